@@ -1,0 +1,20 @@
+# What every target is compiled with: warnings are errors, sanitizers by preset, ccache where it is there.
+find_program(CELLDESK_CCACHE ccache)
+if(CELLDESK_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CELLDESK_CCACHE})
+endif()
+
+add_library(celldesk_options INTERFACE)
+target_include_directories(celldesk_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(celldesk_options INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wconversion
+  -Wno-sign-conversion -Woverloaded-virtual -Wimplicit-fallthrough)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  # What two threads share is declared beside its lock, and checked here.
+  target_compile_options(celldesk_options INTERFACE -Wthread-safety)
+endif()
+
+if(CELLDESK_SANITIZE)
+  add_compile_options(-fsanitize=${CELLDESK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${CELLDESK_SANITIZE})
+endif()
