@@ -1,0 +1,55 @@
+#pragma once
+
+#include <chrono>
+#include <initializer_list>
+#include <string_view>
+
+#include "link/phone_link.h"
+#include "link/response_line.h"
+#include "link/waiter.h"
+#include "util/status.h"
+#include "util/text.h"
+
+namespace celldesk {
+
+/// Per-line time-outs and pauses of the phone procedures.
+namespace timing {
+inline constexpr std::chrono::milliseconds kReply{8000};
+inline constexpr std::chrono::milliseconds kPhonebookRead{25000};
+inline constexpr std::chrono::milliseconds kDelete{3000};
+inline constexpr std::chrono::milliseconds kSubmit{9000};
+inline constexpr std::chrono::milliseconds kAfterDetect{200};
+inline constexpr std::chrono::milliseconds kBeforeQuery{500};
+inline constexpr std::chrono::milliseconds kBeforeSend{400};
+inline constexpr std::chrono::milliseconds kBeforePdu{800};
+}  // namespace timing
+
+/// AT commands over the link: formats and writes a command, waits for lines, detects the phone. Keeps no
+/// state of its own. Interface thread only.
+class AtEngine {
+ public:
+  /// Both are borrowed for the engine's life.
+  AtEngine(PhoneLink& link, Waiter& waiter) : link_(link), waiter_(waiter) {}
+
+  PhoneLink& link() { return link_; }
+  Waiter& waiter() { return waiter_; }
+  /// The link's current response, which the procedures read lines into.
+  ResponseLine& response() { return link_.response(); }
+  void FlushLines() { link_.FlushLines(); }
+
+  /// Formats a command, terminator included, and writes it through the GSM alphabet. A command of more than
+  /// 511 characters is not sent: E_FAIL.
+  Status Send(std::u16string_view format, std::initializer_list<FormatArgument> arguments = {});
+  /// The next complete line; E_FAIL on a time-out.
+  Status WaitLine(ResponseLine& response, std::chrono::milliseconds timeout);
+  /// Lines until a final result: S_OK on "OK", E_FAIL on "ERROR" or a time-out.
+  Status WaitFinal(ResponseLine& response, std::chrono::milliseconds timeout);
+  /// Resets the phone to its profile, echo off, verbose results, and waits for its "OK".
+  Status DetectPhone();
+
+ private:
+  PhoneLink& link_;
+  Waiter& waiter_;
+};
+
+}  // namespace celldesk
