@@ -1,31 +1,39 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <list>
-#include <mutex>
+#include <deque>
 #include <string>
 #include <string_view>
 
 #include "platform/event.h"
+#include "util/thread_annotations.h"
 
 namespace celldesk {
 
 /// Received text split into lines at carriage returns. The reader thread receives, the interface thread
-/// takes; one lock guards the lines, and the event is set and reset while it is held.
+/// takes; one lock guards the lines, and the event is set and reset while it is held. The event's hook may
+/// therefore run under the lock: it must not call back into the queue.
 class LineQueue {
  public:
-  /// Splits `text` (a chunk as it came from the port) and signals the event once when a line was completed.
-  void Receive(std::u16string_view text);
-  /// Moves the oldest complete line into `text`; false when there is none. The event stays set only while
-  /// another complete line waits.
+  /// A line without an end (noise) keeps this many characters; what follows up to its end is dropped.
+  static constexpr std::size_t kLongestLine = 1 << 20;
+
+  /// Splits `chunk` (as it came from the port) and signals the event once when a line was completed. Every
+  /// carriage return and line feed after a line's end is skipped, within this chunk only: a line feed that
+  /// begins a chunk belongs to its line. What cannot be stored is dropped silently.
+  void Receive(std::u16string_view chunk);
+  /// Moves the oldest complete line into `text`; false, with `text` unchanged, when there is none.
   bool Take(std::u16string& text);
   /// Deletes every line, complete or not.
   void Flush();
+  /// For a newly opened port: no line announced and no chunk counted yet. Lines from before stay.
+  void Restart();
 
   /// Set while a complete line waits at the head.
   Event& line_event() { return line_event_; }
+  /// Chunks that completed at least one line, since Restart.
   std::uint32_t completed_chunks() const;
-  void ResetCompletedChunks();
 
  private:
   struct Line {
@@ -33,9 +41,12 @@ class LineQueue {
     bool complete = false;
   };
 
-  mutable std::mutex lock_;
-  std::list<Line> lines_;  // guarded by lock_; only the newest may be incomplete
-  std::uint32_t completed_chunks_ = 0;
+  bool HasCompleteLine() const CELLDESK_REQUIRES(lock_) { return !lines_.empty() && lines_.front().complete; }
+  bool Append(std::u16string_view segment, bool ends_line) CELLDESK_REQUIRES(lock_);
+
+  mutable Mutex lock_;
+  std::deque<Line> lines_ CELLDESK_GUARDED_BY(lock_);  // oldest first; only the newest may be incomplete
+  std::uint32_t completed_chunks_ CELLDESK_GUARDED_BY(lock_) = 0;
   Event line_event_;
 };
 

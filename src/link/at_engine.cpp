@@ -1,0 +1,53 @@
+#include "link/at_engine.h"
+
+#include <array>
+#include <cstdint>
+#include <new>
+#include <span>
+#include <string>
+
+#include "pdu/gsm_alphabet.h"
+
+namespace celldesk {
+namespace {
+
+constexpr std::size_t kCommandBuffer = 512;  // one more than the longest command
+
+}  // namespace
+
+Status AtEngine::Send(std::u16string_view format, std::initializer_list<FormatArgument> arguments) {
+  std::u16string command;
+  try {
+    command = Format(format, arguments, kCommandBuffer);
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+  if (command.size() >= kCommandBuffer) return E_FAIL;
+  std::array<std::uint8_t, kCommandBuffer> bytes;
+  WideToGsmBytes(bytes.data(), command.data(), command.size());
+  return link_.Write({bytes.data(), command.size()});
+}
+
+Status AtEngine::WaitLine(ResponseLine& response, std::chrono::milliseconds timeout) {
+  do {
+    if (!link_.IsOpen() || !waiter_.WaitFor(link_.line_event(), timeout)) return E_FAIL;
+  } while (Failed(link_.TakeLine(response)));
+  return S_OK;
+}
+
+Status AtEngine::WaitFinal(ResponseLine& response, std::chrono::milliseconds timeout) {
+  while (true) {
+    if (const Status status = WaitLine(response, timeout); Failed(status)) return status;
+    if (IsOk(response)) return S_OK;
+    if (IsError(response)) return E_FAIL;
+  }
+}
+
+Status AtEngine::DetectPhone() {
+  FlushLines();
+  if (const Status status = Send(u"ATZE0V1\r"); Failed(status)) return status;
+  waiter_.Pause(timing::kAfterDetect);
+  return WaitFinal(response(), timing::kReply);
+}
+
+}  // namespace celldesk
