@@ -1,0 +1,87 @@
+#include "data/address_book.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+
+namespace celldesk {
+namespace {
+
+int Held(std::int64_t value) {
+  using Limits = std::numeric_limits<int>;
+  return static_cast<int>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
+}
+
+}  // namespace
+
+int PhonebookMemory::Capacity() const {
+  return Held(std::max<std::int64_t>(std::int64_t{last} - first + 1, 0));
+}
+
+int PhonebookMemory::IndexAt(int position) const { return Held(std::int64_t{first} + position); }
+
+int PhonebookMemory::PositionOf(int index) const { return Held(std::int64_t{index} - first); }
+
+AddressBook::AddressBook(std::u16string_view memory_name, bool ignore_select_errors) {
+  memory_.name = memory_name;
+  memory_.ignore_select_errors = ignore_select_errors;
+}
+
+AddressEntry& AddressBook::At(int position) {
+  if (Failed(Reach(position))) return entries_.empty() ? nowhere_ : entries_.back();
+  return entries_[static_cast<std::size_t>(position)];
+}
+
+Status AddressBook::Reach(int position) {
+  if (position < 0 || position >= kLimit) return E_OUTOFMEMORY;
+  return position < count() ? S_OK : Resize(position + 1);
+}
+
+Status AddressBook::Resize(int count) {
+  count = std::max(count, 0);
+  if (count > kLimit) return E_OUTOFMEMORY;
+  try {
+    entries_.reserve(static_cast<std::size_t>((count / kGrowBy + 1) * kGrowBy));
+    entries_.resize(static_cast<std::size_t>(count));
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+  if (count == 0) std::vector<AddressEntry>().swap(entries_);
+  return S_OK;
+}
+
+void AddressBook::ClearAll() {
+  for (AddressEntry& entry : entries_) entry.Clear();
+}
+
+void AddressBook::MarkAll(std::uint32_t flags) {
+  for (AddressEntry& entry : entries_) entry.flags = flags;
+}
+
+void AddressBook::Erase(int position) {
+  if (Failed(Reach(position))) return;
+  AddressEntry& entry = At(position);
+  entry.Clear();
+  entry.flags = AddressEntry::kModified;
+}
+
+bool AddressBook::IsModified() const {
+  return std::any_of(entries_.begin(), entries_.end(), [](const AddressEntry& e) { return e.is_modified(); });
+}
+
+int AddressBook::FirstFree(int from) const {
+  for (int position = std::max(from, 0); position < count(); ++position) {
+    if (!entries_[static_cast<std::size_t>(position)].is_occupied()) return position;
+  }
+  return count();
+}
+
+const AddressEntry* AddressBook::FindNumber(std::u16string_view number) const {
+  if (number.empty()) return nullptr;
+  const auto found = std::find_if(entries_.begin(), entries_.end(), [number](const AddressEntry& entry) {
+    return entry.is_occupied() && entry.number == number;
+  });
+  return found == entries_.end() ? nullptr : &*found;
+}
+
+}  // namespace celldesk
