@@ -56,7 +56,11 @@ std::unique_ptr<Thread> FakeThreadStarter::Start(std::function<void()> body) {
 }
 
 std::unique_ptr<Thread> StdThreadStarter::Start(std::function<void()> body) {
-  return std::make_unique<StdThread>(std::move(body));
+  ++*running_;
+  return std::make_unique<StdThread>([body = std::move(body), running = running_] {
+    body();
+    --*running;
+  });
 }
 
 }  // namespace celldesk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -27,6 +28,11 @@ class FakeThreadStarter : public ThreadStarter {
 class StdThreadStarter : public ThreadStarter {
  public:
   std::unique_ptr<Thread> Start(std::function<void()> body) override;
+  /// Threads whose body has not returned yet.
+  int running() const { return *running_; }
+
+ private:
+  std::shared_ptr<std::atomic<int>> running_ = std::make_shared<std::atomic<int>>(0);
 };
 
 }  // namespace celldesk
