@@ -126,12 +126,13 @@ void PhoneLink::SetReaderPriority() {
   reader_->SetPriority(*capabilities != 0 ? ThreadPriority::kAboveNormal : ThreadPriority::kBelowNormal);
 }
 
-/// False when the reader does not end. A read that the reader began after the first purge is purged too.
+/// False when the reader does not end. It may have begun another read between the purge and its look at the
+/// flag, so every wait begins with a purge of its own.
 bool PhoneLink::JoinReader() {
   if (!reader_) return true;
   for (milliseconds waited{}; waited < kJoinTimeout; waited += kJoinSlice) {
-    if (reader_->Join(kJoinSlice)) return true;
     state_->port->Purge();
+    if (reader_->Join(kJoinSlice)) return true;
   }
   return false;
 }

@@ -178,7 +178,7 @@ TEST_F(PhoneLinkTest, CloseStopsTheReaderAndClosesThePort) {
   EXPECT_FALSE(link.IsOpen());
   EXPECT_EQ(link.port(), nullptr);
   EXPECT_THAT(threads.priorities, ElementsAre(ThreadPriority::kNormal));
-  EXPECT_THAT(ports.line.calls, ElementsAre("purge", "close"));
+  EXPECT_THAT(ports.line.calls, ElementsAre("purge", "purge", "close"));
   EXPECT_THAT(waiter.pauses(), ElementsAre(200ms));
   EXPECT_THAT(waiter.wait_cursor(), ElementsAre(true, false));
   EXPECT_THAT(threads.bodies, IsEmpty());
