@@ -61,6 +61,12 @@ bool Claim(int line) {
   return IsPseudoTerminal(line) || ::ioctl(line, TIOCEXCL) == 0;
 }
 
+// The C library reports EINVAL when a pseudo-terminal, which has no framing, did not take byte size and
+// parity; all the rest has been applied then.
+bool ApplySettings(int line, const termios& settings) {
+  return ::tcsetattr(line, TCSANOW, &settings) == 0 || (errno == EINVAL && IsPseudoTerminal(line));
+}
+
 void SetControlLine(int line, int which, bool on) {
   // Pseudo-terminals have no such lines and refuse.
   (void)::ioctl(line, on ? TIOCMBIS : TIOCMBIC, &which);
@@ -96,7 +102,7 @@ PosixSerialPort::~PosixSerialPort() {
 bool PosixSerialPort::Prepare() {
   termios raw = found_;
   return read_purge_.valid() && write_purge_.valid() && FillTerminalSettings(parameters_, raw) &&
-         ::tcsetattr(line_.get(), TCSANOW, &raw) == 0;
+         ApplySettings(line_.get(), raw);
 }
 
 PosixSerialPort::Wait PosixSerialPort::WaitFor(short events, WakeSignal& purge, milliseconds timeout) const {
@@ -161,7 +167,7 @@ Status PosixSerialPort::SetParameters(const LineParameters& parameters) {
   termios settings{};
   const int line = line_.get();
   if (::tcgetattr(line, &settings) != 0 || !FillTerminalSettings(parameters, settings)) return E_FAIL;
-  if (::tcsetattr(line, TCSANOW, &settings) != 0) return E_FAIL;
+  if (!ApplySettings(line, settings)) return E_FAIL;
   if (!StandardSpeed(parameters.baud_rate) && !SetCustomSpeed(line, parameters.baud_rate)) return E_FAIL;
   DriveControlLines(parameters);
   parameters_ = parameters;
