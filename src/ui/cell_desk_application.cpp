@@ -1,0 +1,40 @@
+#include "ui/cell_desk_application.h"
+
+#include "ui/commands.h"
+#include "ui/framework/menu_template.h"
+#include "ui/resources/resources.h"
+
+namespace celldesk {
+namespace {
+
+constexpr int kAccelerators = 190;
+
+}  // namespace
+
+CellDeskApplication::CellDeskApplication(int& argument_count, char** arguments,
+                                         const MachineServices& machine)
+    : Application(argument_count, arguments),
+      machine_(machine),
+      link_(machine.ports, machine.threads, machine.registry,
+            machine.waiter != nullptr ? *machine.waiter : *this),
+      engine_(link_, machine.waiter != nullptr ? *machine.waiter : *this),
+      sms_(engine_) {}
+
+CellDeskApplication::~CellDeskApplication() = default;
+
+// The command bar's tool tips and menus show the keys, so the table comes before the frame.
+bool CellDeskApplication::InitInstance(std::u16string_view /*command_line*/, bool /*show*/) {
+  if (!RegisterWindowClass()) return false;
+  SetAccelerators(LoadAccelerators(kAccelerators));
+  frame_ = std::make_unique<MainFrame>(
+      ProgramServices{link_, engine_, sms_, machine_.registry, machine_.locale, machine_.shell});
+  return frame_->Create(LoadString(text::kCaption));
+}
+
+int CellDeskApplication::ExitInstance(int result) {
+  frame_.reset();
+  UnregisterWindowClass();
+  return result;
+}
+
+}  // namespace celldesk

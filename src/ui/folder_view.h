@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string_view>
+
+#include "ui/frame_services.h"
+#include "ui/framework/dialog.h"
+#include "ui/program_services.h"
+
+namespace celldesk {
+
+/// What distinguishes a folder: its resources and where its column widths are kept.
+struct FolderTraits {
+  int menu;
+  int tool_tips;
+  int columns;
+  std::u16string_view widths_value;
+};
+
+/// A folder: a page with one list over a local copy of the phone's data.
+class FolderView : public Dialog {
+ public:
+  static constexpr int kListId = 1000;
+
+  FolderView(FrameServices& frame, const ProgramServices& services, const FolderTraits& traits,
+             std::u16string_view title);
+
+  int menu() const { return traits_.menu; }
+  int tool_tips() const { return traits_.tool_tips; }
+  /// The folder's label, as its tab shows it.
+  const std::u16string& title() const { return title_; }
+  ListView& list() { return List(kListId); }
+
+  /// True when local changes would be lost by leaving.
+  virtual bool HasUnsavedChanges() const { return false; }
+
+  bool OnInitDialog(int focus, LongParameter parameter) override;
+  MessageResult OnNotify(int control_id, const Notification& notification) override;
+  MessageResult WindowProc(Message message, WordParameter word, LongParameter parameter) override;
+  void OnInitMenuPopup(MenuState& menu, int index) override;
+  void OnShowPage() override;
+  bool OnLeavePage() override;
+
+ protected:
+  FrameServices& frame() { return frame_; }
+  const FrameServices& frame() const { return frame_; }
+  const ProgramServices& services() const { return services_; }
+  /// What the empty list tells.
+  virtual std::u16string EmptyText() const;
+
+ private:
+  FrameServices& frame_;
+  ProgramServices services_;
+  FolderTraits traits_;
+  std::u16string title_;
+};
+
+}  // namespace celldesk

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "ui/framework/font.h"
+
+namespace celldesk {
+
+class Window;
+
+/// What the main frame does for its folders. Borrowed from the frame for the folder's life.
+class FrameServices {
+ public:
+  virtual ~FrameServices() = default;
+  virtual Window& window() = 0;
+  virtual const FontSet& fonts() const = 0;
+  virtual bool IsConnected() const = 0;
+  /// A phone procedure begins or ends; see PhoneProcedure.
+  virtual void BeginProcedure(std::u16string_view status) = 0;
+  virtual void EndProcedure() = 0;
+  virtual bool IsBusy() const = 0;
+  /// What goes on, in the status line.
+  virtual void ShowStatus(std::u16string_view text) = 0;
+  /// Selection, counts or connection changed: command bar and status line follow at the next idle time.
+  virtual void RefreshLater() = 0;
+};
+
+/// While one of these lives a phone procedure runs: commands that would disturb it are disabled, the wait
+/// cursor shows, and a close request waits for its end.
+class PhoneProcedure {
+ public:
+  PhoneProcedure(FrameServices& frame, std::u16string_view status) : frame_(frame) {
+    frame_.BeginProcedure(status);
+  }
+  ~PhoneProcedure() { frame_.EndProcedure(); }
+  PhoneProcedure(const PhoneProcedure&) = delete;
+  PhoneProcedure& operator=(const PhoneProcedure&) = delete;
+
+ private:
+  FrameServices& frame_;
+};
+
+}  // namespace celldesk

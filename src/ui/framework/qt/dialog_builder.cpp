@@ -1,0 +1,251 @@
+#include "ui/framework/qt/dialog_builder.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QToolButton>
+
+#include "ui/framework/dialog.h"
+#include "ui/framework/qt/qt_icons.h"
+#include "ui/framework/qt/qt_text.h"
+#include "util/text.h"
+
+namespace celldesk {
+namespace {
+
+constexpr int kImageHeight = 64;
+
+void SendCommand(Window& dialog, int id) {
+  dialog.Dispatch(Message::kCommand, static_cast<WordParameter>(id), 0);
+}
+
+void SendChange(Window& dialog, int id, int index) {
+  const Notification notification{NotifyCode::kChanged, index, -1};
+  dialog.Dispatch(Message::kNotify, static_cast<WordParameter>(id),
+                  reinterpret_cast<LongParameter>(&notification));
+}
+
+class Builder {
+ public:
+  Builder(QWidget* page, Window& dialog, NativeDialog& native)
+      : page_(page), dialog_(dialog), native_(native) {
+    outer_ = new QVBoxLayout(page);
+    columns_ = new QHBoxLayout;
+    outer_->addLayout(columns_, 1);
+    AddColumn();
+  }
+
+  void Add(const ControlTemplate& control) {
+    switch (control.kind) {
+      case ControlKind::kColumn:
+        AddColumn();
+        break;
+      case ControlKind::kButton:
+        AddButton(control);
+        break;
+      case ControlKind::kList:
+        AddPlace(control);
+        break;
+      case ControlKind::kGroup:
+        AddWide(control, new QLabel(QStringLiteral("<b>%1</b>").arg(Text(control))));
+        break;
+      case ControlKind::kLine:
+        AddLine(control);
+        break;
+      case ControlKind::kImage:
+        AddImage(control);
+        break;
+      case ControlKind::kBar:
+        AddBar(control);
+        break;
+      case ControlKind::kCheck:
+        AddSwitch(control, new QCheckBox(Text(control)));
+        break;
+      case ControlKind::kRadio:
+        AddSwitch(control, new QRadioButton(Text(control)));
+        break;
+      case ControlKind::kMemo:
+        AddMemo(control);
+        break;
+      case ControlKind::kBrowse:
+        AddBrowse(control);
+        break;
+      default:
+        AddField(control);
+        break;
+    }
+  }
+
+  void Finish() {
+    if (fills_) {
+      outer_->setContentsMargins(0, 0, 0, 0);
+    } else if (!has_memo_) {
+      grid_->setRowStretch(row_, 1);
+    }
+  }
+
+ private:
+  static QString Text(const ControlTemplate& control) { return ToQt(control.text); }
+
+  void AddColumn() {
+    if (grid_ != nullptr && !has_memo_) grid_->setRowStretch(row_, 1);
+    grid_ = new QGridLayout;
+    grid_->setColumnStretch(1, 1);
+    columns_->addLayout(grid_, 1);
+    row_ = 0;
+  }
+
+  void Register(const ControlTemplate& control, QWidget* widget) {
+    widget->setObjectName(QStringLiteral("control_%1").arg(control.id));
+    if (control.id != 0) native_.controls.insert(control.id, widget);
+  }
+
+  void AddWide(const ControlTemplate& control, QWidget* widget) {
+    Register(control, widget);
+    grid_->addWidget(widget, row_++, 0, 1, 3);
+  }
+
+  void AddLine(const ControlTemplate& control) {
+    auto* label = new QLabel(Text(control));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    AddWide(control, label);
+  }
+
+  void AddImage(const ControlTemplate& control) {
+    auto* label = new QLabel;
+    label->setPixmap(IconOf(ToUtf8(control.text)).pixmap(QSize(4 * kImageHeight, kImageHeight)));
+    label->setAlignment(Qt::AlignCenter);
+    label->setAccessibleName(dialog_.Title().empty() ? Text(control) : ToQt(dialog_.Title()));
+    AddWide(control, label);
+  }
+
+  void AddBar(const ControlTemplate& control) {
+    auto* bar = new QProgressBar;
+    bar->setRange(0, 100);
+    AddWide(control, bar);
+  }
+
+  void AddSwitch(const ControlTemplate& control, QAbstractButton* button) {
+    const int id = control.id;
+    QObject::connect(button, &QAbstractButton::clicked, page_,
+                     [this_dialog = &dialog_, id] { SendCommand(*this_dialog, id); });
+    AddWide(control, button);
+  }
+
+  void AddPlace(const ControlTemplate& control) {
+    auto* place = new QWidget;
+    auto* layout = new QVBoxLayout(place);
+    layout->setContentsMargins(0, 0, 0, 0);
+    fills_ = row_ == 0;
+    has_memo_ = true;
+    AddWide(control, place);
+    grid_->setRowStretch(row_ - 1, 1);
+  }
+
+  void AddMemo(const ControlTemplate& control) {
+    auto* memo = new QPlainTextEdit;
+    memo->setTabChangesFocus(true);
+    memo->setReadOnly(control.text == u"readonly");
+    const int id = control.id;
+    QObject::connect(memo, &QPlainTextEdit::textChanged, page_,
+                     [dialog = &dialog_, id] { SendChange(*dialog, id, -1); });
+    has_memo_ = true;
+    AddWide(control, memo);
+    grid_->setRowStretch(row_ - 1, 1);
+  }
+
+  void AddBrowse(const ControlTemplate& control) {
+    auto* button = new QToolButton;
+    button->setText(Text(control));
+    const int id = control.id;
+    QObject::connect(button, &QToolButton::clicked, page_,
+                     [dialog = &dialog_, id] { SendCommand(*dialog, id); });
+    Register(control, button);
+    grid_->addWidget(button, row_ - 1, 2);
+  }
+
+  QWidget* MakeField(const ControlTemplate& control) {
+    const int id = control.id;
+    Window* dialog = &dialog_;
+    if (control.kind == ControlKind::kCombo) {
+      auto* combo = new QComboBox;
+      combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+      QObject::connect(combo, &QComboBox::activated, page_,
+                       [dialog, id](int index) { SendChange(*dialog, id, index); });
+      return combo;
+    }
+    if (control.kind == ControlKind::kDate) {
+      auto* date = new QDateTimeEdit;
+      date->setCalendarPopup(true);
+      QObject::connect(date, &QDateTimeEdit::dateTimeChanged, page_,
+                       [dialog, id] { SendChange(*dialog, id, -1); });
+      return date;
+    }
+    if (control.kind == ControlKind::kText) {
+      auto* text = new QLabel;
+      text->setTextFormat(Qt::PlainText);
+      return text;
+    }
+    auto* edit = new QLineEdit;
+    QObject::connect(edit, &QLineEdit::textEdited, page_, [dialog, id] { SendChange(*dialog, id, -1); });
+    return edit;
+  }
+
+  void AddField(const ControlTemplate& control) {
+    auto* label = new QLabel(Text(control));
+    QWidget* field = MakeField(control);
+    label->setBuddy(field);
+    field->setAccessibleName(Text(control).remove(u'&').remove(u':'));
+    Register(control, field);
+    grid_->addWidget(label, row_, 0);
+    grid_->addWidget(field, row_++, 1);
+  }
+
+  void AddButton(const ControlTemplate& control) {
+    if (buttons_ == nullptr) {
+      buttons_ = new QDialogButtonBox;
+      outer_->addWidget(buttons_);
+    }
+    const auto role = control.id == kIdOk       ? QDialogButtonBox::AcceptRole
+                      : control.id == kIdCancel ? QDialogButtonBox::RejectRole
+                                                : QDialogButtonBox::ActionRole;
+    QPushButton* button = buttons_->addButton(Text(control), role);
+    button->setDefault(control.id == kIdOk);
+    const int id = control.id;
+    QObject::connect(button, &QPushButton::clicked, page_,
+                     [dialog = &dialog_, id] { SendCommand(*dialog, id); });
+    Register(control, button);
+  }
+
+  QWidget* page_;
+  Window& dialog_;
+  NativeDialog& native_;
+  QVBoxLayout* outer_;
+  QHBoxLayout* columns_;
+  QGridLayout* grid_ = nullptr;
+  QDialogButtonBox* buttons_ = nullptr;
+  int row_ = 0;
+  bool fills_ = false;
+  bool has_memo_ = false;
+};
+
+}  // namespace
+
+void BuildControls(const DialogTemplate& form, QWidget* page, Window& dialog, NativeDialog& native) {
+  Builder builder(page, dialog, native);
+  for (const ControlTemplate& control : form.controls) builder.Add(control);
+  builder.Finish();
+}
+
+}  // namespace celldesk

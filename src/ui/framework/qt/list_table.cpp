@@ -1,0 +1,137 @@
+#include "ui/framework/qt/list_table.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+#include "ui/framework/list_view.h"
+#include "ui/framework/window.h"
+
+namespace celldesk {
+namespace {
+
+constexpr int kOpenCommand = 2006;
+constexpr int kRowPadding = 6;
+
+class RowDelegate : public QStyledItemDelegate {
+ public:
+  explicit RowDelegate(ListTable* table) : QStyledItemDelegate(table), table_(table) {}
+
+ protected:
+  // The whole row is hot, and the focus frame is the row's, not a cell's.
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->state.setFlag(QStyle::State_MouseOver, index.row() == table_->hot_row());
+    option->textElideMode = Qt::ElideRight;
+  }
+
+ private:
+  ListTable* table_;
+};
+
+void Notify(ListView& list, NotifyCode code, const QModelIndex& index = {}) {
+  const Notification notification{code, index.row(), index.column()};
+  list.owner().Dispatch(Message::kNotify, static_cast<WordParameter>(list.id()),
+                        reinterpret_cast<LongParameter>(&notification));
+}
+
+}  // namespace
+
+ListTable::ListTable(ListView& list, QWidget* parent) : QTableView(parent), list_(list) {
+  setItemDelegate(new RowDelegate(this));
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(ExtendedSelection);
+  setEditTriggers(NoEditTriggers);
+  setTabKeyNavigation(false);
+  setShowGrid(false);
+  setWordWrap(false);
+  setMouseTracking(true);
+  setFrameShape(NoFrame);
+  setIconSize({16, 16});
+  setVerticalScrollMode(ScrollPerPixel);
+  setHorizontalScrollMode(ScrollPerPixel);
+  verticalHeader()->hide();
+  verticalHeader()->setMinimumSectionSize(16);
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+  horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setSectionsClickable(true);
+  horizontalHeader()->setMinimumSectionSize(16);
+  horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void ListTable::SetEmptyText(const QString& text) {
+  empty_text_ = text;
+  viewport()->update();
+}
+
+void ListTable::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      list_.owner().Dispatch(Message::kCommand, 1, 0);
+      return;
+    case Qt::Key_Delete:
+      Notify(list_, NotifyCode::kDeleteKey, currentIndex());
+      return;
+    case Qt::Key_Home:
+      if (event->modifiers() == Qt::NoModifier) return selectRow(0);
+      break;
+    case Qt::Key_End:
+      if (event->modifiers() == Qt::NoModifier) return selectRow(list_.RowCount() - 1);
+      break;
+    default:
+      break;
+  }
+  QTableView::keyPressEvent(event);
+}
+
+void ListTable::mousePressEvent(QMouseEvent* event) {
+  QTableView::mousePressEvent(event);
+  const QModelIndex index = indexAt(event->pos());
+  if (event->button() == Qt::LeftButton && index.isValid()) Notify(list_, NotifyCode::kClick, index);
+}
+
+void ListTable::mouseMoveEvent(QMouseEvent* event) {
+  SetHotRow(indexAt(event->pos()).row());
+  QTableView::mouseMoveEvent(event);
+}
+
+void ListTable::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !indexAt(event->pos()).isValid()) return;
+  if (list_.SelectedCount() == 1) list_.owner().Dispatch(Message::kCommand, kOpenCommand, 0);
+}
+
+void ListTable::leaveEvent(QEvent* event) {
+  SetHotRow(-1);
+  QTableView::leaveEvent(event);
+}
+
+void ListTable::SetHotRow(int row) {
+  if (row == hot_row_) return;
+  hot_row_ = row;
+  viewport()->update();
+}
+
+void ListTable::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (empty_text_.isEmpty() || model()->rowCount() > 0) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap,
+                   empty_text_);
+}
+
+void ListTable::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QTableView::selectionChanged(selected, deselected);
+  Notify(list_, NotifyCode::kSelectionChanged);
+}
+
+void ListTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  Notify(list_, NotifyCode::kSelectionChanged);
+}
+
+}  // namespace celldesk

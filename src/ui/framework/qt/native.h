@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QFont>
+#include <QHash>
+#include <QPointer>
+#include <QWidget>
+#include <array>
+#include <memory>
+
+#include "ui/framework/font.h"
+#include "ui/framework/window.h"
+
+class QAction;
+class QDialog;
+class QLabel;
+class QMainWindow;
+class QMenuBar;
+class QStackedWidget;
+class QTabBar;
+class QListWidget;
+class QToolBar;
+
+namespace celldesk {
+
+class ListModel;
+class ListTable;
+class CommandSurface;
+
+/// The widget behind a window, with the timers that were started on it.
+struct NativeWindow {
+  explicit NativeWindow(QWidget* w) : widget(w) {}
+  QPointer<QWidget> widget;
+  QHash<int, QTimer*> timers;
+};
+
+/// A dialog's controls by number.
+struct NativeDialog {
+  QHash<int, QWidget*> controls;
+  QPointer<QDialog> dialog;  // null for a page
+  QWidget* content = nullptr;
+};
+
+struct NativeList {
+  ListModel* model = nullptr;  // owned by table
+  QPointer<ListTable> table;   // owned by its dialog's widget
+};
+
+struct NativeHost {
+  QPointer<QTabBar> tabs;
+  QPointer<QListWidget> icons;
+  QStackedWidget* stack = nullptr;
+};
+
+struct NativeFrame {
+  QMainWindow* window = nullptr;
+  QLabel* status = nullptr;
+  QLabel* status_right = nullptr;
+};
+
+struct NativeSurface {
+  QPointer<QMenuBar> menu_bar;
+  QPointer<QToolBar> tool_bar;
+  QHash<int, QAction*> menu_actions;
+  QHash<int, QAction*> bar_actions;
+};
+
+struct NativeFonts {
+  std::array<QFont, 8> fonts;
+};
+
+/// The window object of a widget or of the nearest widget above it that has one.
+Window* WindowOf(const QWidget* widget);
+/// Ties a widget to its window object; null unties it.
+void SetWindowOf(QWidget* widget, Window* window);
+/// The widget of a window, or null.
+QWidget* WidgetOf(const Window* window);
+/// The font of a role; `base` for kNormal.
+QFont FontOf(const FontSet* fonts, FontRole role, const QFont& base);
+
+}  // namespace celldesk

@@ -1,0 +1,211 @@
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QTimer>
+
+#include "ui/framework/application.h"
+#include "ui/framework/command_surface.h"
+#include "ui/framework/dialog.h"
+#include "ui/framework/frame_window.h"
+#include "ui/framework/qt/native.h"
+#include "ui/framework/qt/qt_text.h"
+
+namespace celldesk {
+namespace {
+
+Application* the_application = nullptr;
+
+// While lines keep coming the window still gets its share of time this often.
+constexpr qint64 kPumpInterval = 20;
+
+}  // namespace
+
+/// Sees every event first: accelerators act on the main frame, and input is noticed while a procedure waits.
+struct NativeApplication : public QObject {
+  NativeApplication(int& argument_count, char** arguments) : toolkit(argument_count, arguments) {
+    toolkit.installEventFilter(this);
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+                     [this] {
+                       if (waiting == 0 && !in_idle) RunIdle();
+                     });
+    pump_clock.start();
+  }
+
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->spontaneous()) input_seen = true;
+    const bool is_key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (!is_key) return false;
+    auto* key = static_cast<QKeyEvent*>(event);
+    const int command = AcceleratorCommand(*key);
+    if (command == 0 || !FrameTakesKeys()) return false;
+    event->accept();
+    if (event->type() == QEvent::KeyPress) Accelerate(command);
+    return event->type() == QEvent::KeyPress;
+  }
+
+  static int AcceleratorCommand(const QKeyEvent& key) {
+    if (key.key() == Qt::Key_F1) return -1;
+    const QKeySequence pressed(key.keyCombination());
+    for (const Accelerator& accelerator : the_application->accelerators()) {
+      if (QKeySequence(ToQt(accelerator.key)) == pressed) return accelerator.command;
+    }
+    return 0;
+  }
+
+  // Message boxes and menus keep their keys; our own windows give them to the main frame.
+  static bool FrameTakesKeys() {
+    if (the_application->main_frame() == nullptr || QApplication::activePopupWidget() != nullptr)
+      return false;
+    const QWidget* modal = QApplication::activeModalWidget();
+    return modal == nullptr || dynamic_cast<Dialog*>(WindowOf(modal)) != nullptr;
+  }
+
+  // A command that the menu of the active window shows disabled is not given.
+  static void Accelerate(int command) {
+    FrameWindow* frame = the_application->main_frame();
+    if (command < 0) {
+      frame->Dispatch(Message::kHelp, 0, 0);
+      return;
+    }
+    auto* dialog = dynamic_cast<Dialog*>(WindowOf(QApplication::activeModalWidget()));
+    if (dialog != nullptr && !dialog->HasSurface()) return;
+    const MenuState state =
+        dialog != nullptr ? dialog->Surface().QueryState() : frame->Surface().QueryState();
+    if (state.IsEnabled(command)) frame->Dispatch(Message::kCommand, static_cast<WordParameter>(command), 1);
+  }
+
+  void RunIdle() {
+    in_idle = true;
+    the_application->IdleLoop();
+    in_idle = false;
+  }
+
+  // One round of the event loop that ends at the latest when `deadline` passes.
+  void ProcessUntil(const QDeadlineTimer& deadline) {
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.setSingleShot(true);
+    timer.start(std::chrono::milliseconds(std::max<qint64>(deadline.remainingTime(), 0)));
+    QEventLoop().processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    pump_clock.restart();
+  }
+
+  QApplication toolkit;
+  QElapsedTimer pump_clock;
+  QEventLoop* loop = nullptr;
+  int waiting = 0;
+  int exit_code = 0;
+  bool in_idle = false;
+  bool input_seen = false;
+  bool quit = false;
+  bool wait_cursor = false;
+};
+
+Application::Application(int& argument_count, char** arguments) {
+  the_application = this;
+  native_ = std::make_unique<NativeApplication>(argument_count, arguments);
+}
+
+Application::~Application() {
+  free_later_.clear();
+  native_.reset();
+  the_application = nullptr;
+}
+
+Application* Application::Get() { return the_application; }
+
+bool Application::InitInstance(std::u16string_view /*command_line*/, bool /*show*/) { return true; }
+int Application::ExitInstance(int result) { return result; }
+bool Application::RegisterWindowClass() { return true; }
+void Application::UnregisterWindowClass() {}
+
+int Application::Main(std::u16string_view command_line) {
+  int result = 0;
+  if (InitInstance(command_line, true)) result = Run(nullptr);
+  return ExitInstance(result);
+}
+
+bool Application::WaitFor(Event& event, std::chrono::milliseconds timeout) {
+  if (native_->pump_clock.elapsed() >= kPumpInterval) PumpMessages();
+  if (event.IsSet()) return true;
+  ++native_->waiting;
+  event.SetHook([] { QAbstractEventDispatcher::instance(qApp->thread())->wakeUp(); });
+  QDeadlineTimer deadline(timeout, Qt::PreciseTimer);
+  while (!event.IsSet() && !deadline.hasExpired()) {
+    native_->input_seen = false;
+    native_->ProcessUntil(deadline);
+    if (native_->input_seen) deadline.setRemainingTime(timeout, Qt::PreciseTimer);
+  }
+  event.SetHook({});
+  --native_->waiting;
+  return event.IsSet();
+}
+
+void Application::Pause(std::chrono::milliseconds duration) {
+  ++native_->waiting;
+  const QDeadlineTimer deadline(duration, Qt::PreciseTimer);
+  while (!deadline.hasExpired()) native_->ProcessUntil(deadline);
+  --native_->waiting;
+}
+
+void Application::PumpMessages() {
+  ++native_->waiting;
+  QCoreApplication::processEvents();
+  native_->pump_clock.restart();
+  --native_->waiting;
+}
+
+int Application::Run(const bool* go_on) {
+  QEventLoop loop;
+  QEventLoop* outer = native_->loop;
+  native_->loop = &loop;
+  if (go_on == nullptr) {
+    if (!native_->quit) loop.exec();
+  } else {
+    while (*go_on && !native_->quit)
+      loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+  }
+  native_->loop = outer;
+  return native_->exit_code;
+}
+
+void Application::IdleLoop() {
+  for (int count = 0; OnIdle(count); ++count) {
+    if (QAbstractEventDispatcher::instance() == nullptr) return;
+  }
+}
+
+bool Application::OnIdle(int count) {
+  if (current_view_ != nullptr && current_view_->OnIdle(count)) return true;
+  free_later_.clear();
+  return false;
+}
+
+void Application::ShowWaitCursor(bool visible) {
+  if (visible == native_->wait_cursor) return;
+  native_->wait_cursor = visible;
+  if (visible) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+  } else {
+    QApplication::restoreOverrideCursor();
+  }
+}
+
+void Application::PostQuit(int code) {
+  native_->exit_code = code;
+  native_->quit = true;
+  if (native_->loop != nullptr) native_->loop->quit();
+}
+
+void Application::Post(std::function<void()> work) {
+  QMetaObject::invokeMethod(native_.get(), std::move(work), Qt::QueuedConnection);
+}
+
+void Application::Beep() { QApplication::beep(); }
+void Application::FreeLater(std::unique_ptr<Object> object) { free_later_.push_back(std::move(object)); }
+void Application::SetAccelerators(std::vector<Accelerator> table) { accelerators_ = std::move(table); }
+
+}  // namespace celldesk

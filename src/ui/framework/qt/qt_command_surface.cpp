@@ -1,0 +1,152 @@
+#include <QAction>
+#include <QDialog>
+#include <QLayout>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+#include "ui/framework/application.h"
+#include "ui/framework/command_surface.h"
+#include "ui/framework/menu_template.h"
+#include "ui/framework/qt/native.h"
+#include "ui/framework/qt/qt_icons.h"
+#include "ui/framework/qt/qt_text.h"
+
+namespace celldesk {
+namespace {
+
+constexpr int kTouchTarget = 32;
+
+std::string_view IconName(int command) {
+  switch (command) {
+    case 2002:
+      return "new";
+    case 2003:
+      return "delete";
+    case 2011:
+      return "settings";
+    case 2014:
+      return "load";
+    case 2015:
+      return "upload";
+    case 2023:
+      return "reply";
+    case 2025:
+      return "forward";
+    case 2030:
+      return "send";
+    case 2036:
+      return "next";
+    case 2042:
+      return "previous";
+    case 2044:
+      return "connection";
+    default:
+      return {};
+  }
+}
+
+QString KeyText(int command) {
+  for (const Accelerator& accelerator : Application::Get()->accelerators()) {
+    if (accelerator.command == command) return u'\t' + ToQt(accelerator.key);
+  }
+  return {};
+}
+
+}  // namespace
+
+// Menus and buttons share one row: small screens have no height to spare.
+CommandSurface::CommandSurface(Window& owner) : owner_(owner), native_(std::make_unique<NativeSurface>()) {
+  QWidget* widget = WidgetOf(&owner);
+  auto* main_window = qobject_cast<QMainWindow*>(widget);
+  native_->menu_bar = main_window != nullptr ? main_window->menuBar() : new QMenuBar(widget);
+  native_->menu_bar->setNativeMenuBar(false);
+  native_->tool_bar = new QToolBar(native_->menu_bar);
+  native_->tool_bar->setIconSize({24, 24});
+  native_->menu_bar->setCornerWidget(native_->tool_bar, Qt::TopRightCorner);
+  if (main_window == nullptr && widget->layout() != nullptr) widget->layout()->setMenuBar(native_->menu_bar);
+}
+
+CommandSurface::~CommandSurface() = default;
+
+void CommandSurface::SetMenu(int menu) {
+  if (menu == menu_) return;
+  menu_ = menu;
+  native_->menu_bar->clear();
+  native_->menu_actions.clear();
+  const std::vector<MenuPopup> popups = LoadMenu(menu);
+  popups_ = static_cast<int>(popups.size());
+  for (const MenuPopup& popup : popups) {
+    QMenu* native_popup = native_->menu_bar->addMenu(ToQt(popup.title));
+    for (const MenuItem& item : popup.items) {
+      if (item.command == 0) {
+        native_popup->addSeparator();
+        continue;
+      }
+      QAction* action = native_popup->addAction(ToQt(item.text) + KeyText(item.command));
+      action->setObjectName(QStringLiteral("menu_%1").arg(item.command));
+      native_->menu_actions.insert(item.command, action);
+      const int command = item.command;
+      QObject::connect(action, &QAction::triggered, native_->menu_bar, [this, command] {
+        owner_.Dispatch(Message::kCommand, static_cast<WordParameter>(command), 0);
+      });
+    }
+    QObject::connect(native_popup, &QMenu::aboutToShow, native_->menu_bar, [this] { QueryState(); });
+  }
+}
+
+void CommandSurface::SetCommandBar(int tool_tips) {
+  native_->tool_bar->clear();
+  native_->bar_actions.clear();
+  bool first = true;
+  for (const CommandBarItem& item : LoadCommandBar(tool_tips)) {
+    if (item.command == 0) {
+      if (!first) native_->tool_bar->addSeparator();
+      first = false;
+      continue;
+    }
+    first = false;
+    QAction* action = native_->tool_bar->addAction(IconOf(IconName(item.command)), ToQt(item.tool_tip));
+    action->setObjectName(QStringLiteral("bar_%1").arg(item.command));
+    action->setToolTip(ToQt(item.tool_tip));
+    native_->bar_actions.insert(item.command, action);
+    if (QWidget* button = native_->tool_bar->widgetForAction(action)) {
+      button->setObjectName(QStringLiteral("button_%1").arg(item.command));
+      button->setMinimumSize(kTouchTarget, kTouchTarget);
+      button->setAccessibleName(ToQt(item.tool_tip));
+    }
+    const int command = item.command;
+    QObject::connect(action, &QAction::triggered, native_->menu_bar, [this, command] {
+      owner_.Dispatch(Message::kCommand, static_cast<WordParameter>(command), 0);
+    });
+  }
+  native_->tool_bar->adjustSize();
+  native_->menu_bar->setCornerWidget(native_->tool_bar, Qt::TopRightCorner);
+}
+
+void CommandSurface::EnableButton(int command, bool enabled) {
+  if (QAction* action = native_->bar_actions.value(command)) action->setEnabled(enabled);
+}
+
+void CommandSurface::PressButton(int command, bool pressed) {
+  if (QAction* action = native_->bar_actions.value(command)) {
+    action->setCheckable(true);
+    action->setChecked(pressed);
+  }
+}
+
+MenuState CommandSurface::QueryState() const {
+  MenuState state;
+  for (int popup = 0; popup < popups_; ++popup) {
+    owner_.Dispatch(Message::kInitMenuPopup, reinterpret_cast<WordParameter>(&state), popup);
+  }
+  for (auto item = native_->menu_actions.begin(); item != native_->menu_actions.end(); ++item) {
+    item.value()->setEnabled(state.IsEnabled(item.key()));
+    item.value()->setCheckable(state.IsChecked(item.key()));
+    item.value()->setChecked(state.IsChecked(item.key()));
+  }
+  return state;
+}
+
+}  // namespace celldesk

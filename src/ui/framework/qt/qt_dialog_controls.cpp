@@ -1,0 +1,149 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <algorithm>
+
+#include "ui/framework/dialog.h"
+#include "ui/framework/qt/native.h"
+#include "ui/framework/qt/qt_text.h"
+
+namespace celldesk {
+namespace {
+
+template <typename Control>
+Control* Find(const Dialog& dialog, int id) {
+  return dialog.controls() == nullptr ? nullptr
+                                      : dynamic_cast<Control*>(dialog.controls()->controls.value(id));
+}
+
+// Drops typed and pasted characters that the field does not take.
+class FilteredInput : public QObject {
+ public:
+  FilteredInput(EditFilter filter, QLineEdit* field) : QObject(field), filter_(filter), field_(field) {
+    field->installEventFilter(this);
+    connect(field, &QLineEdit::textEdited, this, [this](const QString& text) { DropForeign(text); });
+  }
+
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    const QString text = static_cast<QKeyEvent*>(event)->text();
+    return !text.isEmpty() && !PassesFilter(filter_, text.front().unicode());
+  }
+
+ private:
+  void DropForeign(const QString& text) {
+    QString kept;
+    for (const QChar character : text) {
+      if (PassesFilter(filter_, character.unicode())) kept += character;
+    }
+    if (kept != text) field_->setText(kept);
+  }
+
+  EditFilter filter_;
+  QLineEdit* field_;
+};
+
+}  // namespace
+
+std::u16string Dialog::Text(int id) const {
+  if (const auto* edit = Find<QLineEdit>(*this, id)) return FromQt(edit->text());
+  if (const auto* memo = Find<QPlainTextEdit>(*this, id)) return FromQt(memo->toPlainText());
+  if (const auto* label = Find<QLabel>(*this, id)) return FromQt(label->text());
+  if (const auto* combo = Find<QComboBox>(*this, id)) return FromQt(combo->currentText());
+  if (const auto* button = Find<QAbstractButton>(*this, id)) return FromQt(button->text());
+  return {};
+}
+
+// The limit is the typist's: a longer text that is there already is shown whole.
+void Dialog::SetText(int id, std::u16string_view text) {
+  if (auto* edit = Find<QLineEdit>(*this, id)) {
+    edit->setMaxLength(std::max(edit->maxLength(), static_cast<int>(text.size())));
+    edit->setText(ToQt(text));
+  }
+  if (auto* memo = Find<QPlainTextEdit>(*this, id)) memo->setPlainText(ToQt(text));
+  if (auto* label = Find<QLabel>(*this, id)) label->setText(ToQt(text));
+  if (auto* button = Find<QAbstractButton>(*this, id)) button->setText(ToQt(text));
+}
+
+void Dialog::SetLimit(int id, int characters) {
+  if (auto* edit = Find<QLineEdit>(*this, id)) edit->setMaxLength(characters);
+}
+
+void Dialog::SetFilter(int id, EditFilter filter) {
+  if (filter == EditFilter::kNone) return;
+  if (auto* edit = Find<QLineEdit>(*this, id)) new FilteredInput(filter, edit);
+}
+
+bool Dialog::IsChecked(int id) const {
+  const auto* button = Find<QAbstractButton>(*this, id);
+  return button != nullptr && button->isChecked();
+}
+
+void Dialog::SetChecked(int id, bool checked) {
+  if (auto* button = Find<QAbstractButton>(*this, id)) button->setChecked(checked);
+}
+
+void Dialog::Enable(int id, bool enabled) {
+  if (auto* widget = Find<QWidget>(*this, id)) widget->setEnabled(enabled);
+}
+
+bool Dialog::IsEnabled(int id) const {
+  const auto* widget = Find<QWidget>(*this, id);
+  return widget != nullptr && widget->isEnabled();
+}
+
+void Dialog::ShowControl(int id, bool visible) {
+  if (auto* widget = Find<QWidget>(*this, id)) widget->setVisible(visible);
+}
+
+void Dialog::SetControlFont(int id, const FontSet& fonts, FontRole role) {
+  if (auto* widget = Find<QWidget>(*this, id)) widget->setFont(FontOf(&fonts, role, widget->font()));
+}
+
+void Dialog::FocusControl(int id) {
+  if (auto* widget = Find<QWidget>(*this, id)) widget->setFocus(Qt::OtherFocusReason);
+}
+
+void Dialog::AddChoice(int id, std::u16string_view text, LongParameter data) {
+  if (auto* combo = Find<QComboBox>(*this, id)) {
+    combo->addItem(ToQt(text), QVariant::fromValue(static_cast<qlonglong>(data)));
+  }
+}
+
+void Dialog::ClearChoices(int id) {
+  if (auto* combo = Find<QComboBox>(*this, id)) combo->clear();
+}
+
+int Dialog::ChoiceCount(int id) const {
+  const auto* combo = Find<QComboBox>(*this, id);
+  return combo == nullptr ? 0 : combo->count();
+}
+
+std::u16string Dialog::ChoiceText(int id, int index) const {
+  const auto* combo = Find<QComboBox>(*this, id);
+  return combo == nullptr ? std::u16string() : FromQt(combo->itemText(index));
+}
+
+LongParameter Dialog::ChoiceData(int id, int index) const {
+  const auto* combo = Find<QComboBox>(*this, id);
+  return combo == nullptr ? 0 : static_cast<LongParameter>(combo->itemData(index).toLongLong());
+}
+
+int Dialog::SelectedChoice(int id) const {
+  const auto* combo = Find<QComboBox>(*this, id);
+  return combo == nullptr ? -1 : combo->currentIndex();
+}
+
+void Dialog::SelectChoice(int id, int index) {
+  if (auto* combo = Find<QComboBox>(*this, id)) combo->setCurrentIndex(index);
+}
+
+void Dialog::SetBar(int id, int percent) {
+  if (auto* bar = Find<QProgressBar>(*this, id)) bar->setValue(percent);
+}
+
+}  // namespace celldesk

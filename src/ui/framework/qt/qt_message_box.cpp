@@ -1,0 +1,79 @@
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "ui/framework/message_box.h"
+#include "ui/framework/qt/native.h"
+#include "ui/framework/qt/qt_text.h"
+#include "ui/resources/resources.h"
+
+namespace celldesk {
+namespace {
+
+constexpr int kCaption = 100;
+constexpr int kYesText = 330, kNoText = 331, kOkText = 332, kCancelText = 333;
+
+QMessageBox::Icon IconFor(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::kInformation:
+      return QMessageBox::Information;
+    case BoxIcon::kWarning:
+      return QMessageBox::Warning;
+    case BoxIcon::kStop:
+      return QMessageBox::Critical;
+    case BoxIcon::kQuestion:
+      return QMessageBox::Question;
+    case BoxIcon::kNone:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+QPushButton* AddButton(QMessageBox& box, QMessageBox::StandardButton which, int text) {
+  QPushButton* button = box.addButton(which);
+  button->setText(ToQt(LoadString(text)));
+  return button;
+}
+
+int AnswerFor(int clicked) {
+  switch (clicked) {
+    case QMessageBox::Yes:
+      return kAnswerYes;
+    case QMessageBox::No:
+      return kAnswerNo;
+    case QMessageBox::Cancel:
+      return kAnswerCancel;
+    default:
+      return kAnswerOk;
+  }
+}
+
+void AddButtons(QMessageBox& box, const BoxQuestion& question) {
+  if (question.buttons == BoxButtons::kOk) {
+    AddButton(box, QMessageBox::Ok, kOkText);
+    return;
+  }
+  QPushButton* yes = AddButton(box, QMessageBox::Yes, kYesText);
+  QPushButton* no = AddButton(box, QMessageBox::No, kNoText);
+  box.setDefaultButton(question.default_no ? no : yes);
+  box.setEscapeButton(no);
+  if (question.buttons == BoxButtons::kYesNoCancel) {
+    box.setEscapeButton(AddButton(box, QMessageBox::Cancel, kCancelText));
+  }
+}
+
+}  // namespace
+
+int ShowMessageBox(Window* owner, BoxQuestion question) {
+  if (question.caption.empty()) question.caption = LoadString(kCaption);
+  if (MessageBoxScript* script = MessageBoxScript::Current()) return script->Take(question);
+  QMessageBox box(WidgetOf(owner));
+  box.setWindowTitle(ToQt(question.caption));
+  // Texts from the phone are shown as they are, never read as markup; "\r" is the line end of our own texts.
+  box.setTextFormat(Qt::PlainText);
+  box.setText(ToQt(question.text).replace(u'\r', u'\n'));
+  box.setIcon(IconFor(question.icon));
+  AddButtons(box, question);
+  return AnswerFor(box.exec());
+}
+
+}  // namespace celldesk

@@ -1,0 +1,22 @@
+#pragma once
+
+namespace celldesk {
+
+class AtEngine;
+class Locale;
+class PhoneLink;
+class Registry;
+class Shell;
+class SmsService;
+
+/// What the windows borrow from the program for its whole run.
+struct ProgramServices {
+  PhoneLink& link;
+  AtEngine& engine;
+  SmsService& sms;
+  Registry& registry;
+  const Locale& locale;
+  Shell& shell;
+};
+
+}  // namespace celldesk
