@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "services/reply_field.h"
 #include "util/number_text.h"
 
 namespace celldesk {
@@ -13,11 +14,11 @@ constexpr int kBlock = 20;
 constexpr int kRepaintEvery = 10;
 
 void TakeCapacity(const ResponseLine& line, PhonebookMemory& memory) {
-  const std::u16string_view range = Field(line, 0);
+  const std::u16string_view range = ReplyField(line, 0);
   memory.first = ParseDecimal(RangeBound(range, false));
   memory.last = ParseDecimal(RangeBound(range, true));
-  memory.number_length = ParseDecimal(Field(line, 1));
-  memory.name_length = ParseDecimal(Field(line, 2));
+  memory.number_length = ParseDecimal(ReplyField(line, 1));
+  memory.name_length = ParseDecimal(ReplyField(line, 2));
 }
 
 Status QuerySupported(AtEngine& engine, PhonebookMemory& memory) {
@@ -55,17 +56,17 @@ Status WaitSelection(AtEngine& engine) {
 
 /// The position that the "+CPBR:" line filled; none for an index that no book can have.
 std::optional<int> TakeEntry(const ResponseLine& line, AddressBook& book) {
-  const std::u16string_view index = Field(line, 0);
+  const std::u16string_view index = ReplyField(line, 0);
   const int position = book.memory().PositionOf(ParseDecimal(index));
   if (Failed(book.Reach(position))) return std::nullopt;
   AddressEntry& entry = book.At(position);
   entry.id = index;
-  entry.number_type = ParseDecimal(Field(line, 2));
-  entry.number = Field(line, 1);
+  entry.number_type = ParseDecimal(ReplyField(line, 2));
+  entry.number = ReplyField(line, 1);
   if (entry.number_type == AddressEntry::kInternational && !entry.number.starts_with(u'+')) {
     entry.number.insert(0, 1, u'+');
   }
-  entry.name = Field(line, 3);
+  entry.name = ReplyField(line, 3);
   entry.flags |= AddressEntry::kOccupied;
   return position;
 }

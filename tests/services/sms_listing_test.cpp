@@ -1,0 +1,192 @@
+#include "services/sms_listing.h"
+
+#include "sms_fixture.h"
+
+namespace celldesk {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char* kDeliverPdu = "07913366003051F5040B913366304381F900005180719120348004D4F29C0E";
+
+/// A session that has learned the memories `read`; the rest of the script follows.
+struct ListSession : SmsSession {
+  explicit ListSession(const std::string& read, const std::string& script)
+      : SmsSession(Capabilities(read) + script) {
+    EXPECT_EQ(service.QueryCapabilities(), S_OK);
+  }
+
+  SmsMessage& At(int position) { return service.messages().At(position); }
+  int count() const { return service.messages().count(); }
+
+  RecordingList list;
+};
+
+std::string List(const std::string& lines) { return "> AT+CMGL=4\\r\n" + lines; }
+
+TEST(SmsService, ListsAReceivedMessage) {
+  ListSession session("\"SM\"",
+                      Select("SM") + List("< +CMGL: 3,0,,23\n< " + std::string(kDeliverPdu) + "\n< OK\n"));
+  EXPECT_EQ(session.service.ListAll(&session.list), S_OK);
+  ASSERT_EQ(session.count(), 1);
+  const SmsMessage& message = session.At(0);
+  EXPECT_EQ(message.memory, 0);
+  EXPECT_EQ(message.memory_index, 3);
+  EXPECT_EQ(message.storage_status, 0);
+  EXPECT_EQ(message.phone_alpha, u"");
+  EXPECT_EQ(message.tpdu_length, 23);
+  EXPECT_EQ(message.flags, 0x21U);
+  EXPECT_EQ(message.pdu_text, std::u16string(kDeliverPdu, kDeliverPdu + 62));
+  EXPECT_EQ(message.deliver.number, u"33660334189");
+  EXPECT_EQ(message.text, u"Test");
+  EXPECT_EQ(session.list.rows, (std::vector<int>{0}));
+  EXPECT_EQ(session.list.repaints, 1);
+}
+
+struct HeaderCase {
+  const char* header;
+  int index, status, length;
+  std::u16string alpha;
+  std::uint32_t flags;
+};
+
+class SmsServiceHeader : public testing::TestWithParam<HeaderCase> {};
+
+TEST_P(SmsServiceHeader, IsTakenWithOrWithoutTheAlphaField) {
+  ListSession session("\"ME\"",
+                      Select("ME") + List("< " + std::string(GetParam().header) + "\n< 00\n< OK\n"));
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  ASSERT_EQ(session.count(), 1);
+  const SmsMessage& message = session.At(0);
+  EXPECT_EQ(message.memory, 1);
+  EXPECT_EQ(message.memory_index, GetParam().index);
+  EXPECT_EQ(message.storage_status, GetParam().status);
+  EXPECT_EQ(message.tpdu_length, GetParam().length);
+  EXPECT_EQ(message.phone_alpha, GetParam().alpha);
+  EXPECT_EQ(message.flags, GetParam().flags);
+}
+
+INSTANTIATE_TEST_SUITE_P(Lines, SmsServiceHeader,
+                         testing::Values(HeaderCase{"+CMGL: 3,1,,23", 3, 1, 23, u"", 1},
+                                         HeaderCase{"+CMGL: 3,1,23", 3, 1, 23, u"", 1},
+                                         HeaderCase{"+CMGL: 0,0,\"\",23", 0, 0, 23, u"", 0x21},
+                                         HeaderCase{"+CMGL: 26,2,\"Doe, John\",17", 26, 2, 17, u"Doe, John",
+                                                    1},
+                                         HeaderCase{"+CMGL:7,3,\",x\",9", 7, 3, 9, u",x", 1},
+                                         HeaderCase{"+CMGL: 1, 0,,23", 1, 0, 23, u"", 0x21},
+                                         HeaderCase{"+CMGL: 1,4,,23", 1, 4, 23, u"", 0},
+                                         HeaderCase{"+CMGL: 1", 1, 0, 0, u"", 0x21},
+                                         HeaderCase{"+CMGL: 65536,-1,,40000", 0, -1, -25536, u"", 0},
+                                         HeaderCase{"+CMGL:", 0, 0, 0, u"", 0x21}));
+
+TEST(SmsService, ListsTheMemoriesThatThePhoneReadsFromInTheirOrder) {
+  ListSession session("\"ME\",\"SM\",\"SR\"", Select("SM") + List("< +CMGL: 1,1,,0\n< 00\n< OK\n") +
+                                                  Select("ME") + List("< OK\n") + Select("SR") +
+                                                  List("< +CMGL: 2,1,,0\n< 00\n< OK\n"));
+  EXPECT_EQ(session.service.ListAll(&session.list), S_OK);
+  ASSERT_EQ(session.count(), 2);
+  EXPECT_EQ(session.At(0).memory, 0);
+  EXPECT_EQ(session.At(1).memory, 5);
+  EXPECT_EQ(session.waiter.pauses(), Milliseconds({500, 500, 500, 500}));
+}
+
+TEST(SmsService, TakesAnyPlaceOfANameInTheListForAMemory) {
+  ListSession session("\"SM_P\"", Select("SM") + List("< OK\n"));
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+}
+
+TEST(SmsService, ListsNothingWhenNoMemoryIsKnown) {
+  SmsSession session;
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  EXPECT_TRUE(session.phone.writes().empty());
+}
+
+TEST(SmsService, AppendsToTheMessagesThatAreThere) {
+  ListSession session("\"SM\"", Select("SM") + List("< +CMGL: 1,1,,0\n< 00\n< OK\n"));
+  session.service.messages().Append();
+  EXPECT_EQ(session.service.ListAll(&session.list), S_OK);
+  EXPECT_EQ(session.count(), 2);
+  EXPECT_EQ(session.list.rows, (std::vector<int>{1}));
+}
+
+TEST(SmsService, DropsStaleLinesBeforeTheListing) {
+  ListSession session("\"SM\"", Select("SM") + List("< OK\n"));
+  session.phone.Say("+CMGL: 9,1,,0\r00\rERROR\r");
+  session.waiter.Pause(1ms);
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  EXPECT_EQ(session.count(), 0);
+}
+
+TEST(SmsService, EndsTheListingWhenAMemoryIsRefused) {
+  ListSession session("\"SM\",\"ME\"", Select("SM", "< +CMS ERROR: 310\n"));
+  EXPECT_EQ(session.service.ListAll(nullptr), E_FAIL);
+}
+
+TEST(SmsService, GoesOnWithTheNextMemoryAfterAnError) {
+  ListSession session("\"SM\",\"ME\"", Select("SM") + List("< ERROR\n") + Select("ME") + List("< OK\n"));
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+}
+
+TEST(SmsService, HasTheStatusOfTheLastMemoryListed) {
+  ListSession session("\"SM\",\"ME\"", Select("SM") + List("< OK\n") + Select("ME") + List("< ERROR\n"));
+  EXPECT_EQ(session.service.ListAll(nullptr), E_FAIL);
+  EXPECT_EQ(session.engine.response().text(), u"ERROR");
+}
+
+TEST(SmsService, GoesOnWithTheNextMemoryAfterSilence) {
+  ListSession session("\"SM\",\"ME\"", Select("SM") + List("") + Select("ME") + List("< OK\n"));
+  const auto start = session.waiter.now();
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  EXPECT_EQ(session.waiter.now() - start, 9000ms);
+}
+
+TEST(SmsService, KeepsTheMessagesOfAListingThatBreaksOff) {
+  ListSession session("\"SM\"", Select("SM") + List("< +CMGL: 1,1,,0\n< 00\n< +CMGL: 2,1,,0\n"));
+  const auto start = session.waiter.now();
+  EXPECT_EQ(session.service.ListAll(&session.list), E_FAIL);
+  EXPECT_EQ(session.waiter.now() - start, 8500ms);
+  EXPECT_EQ(session.list.rows, (std::vector<int>{0}));
+  ASSERT_EQ(session.count(), 2);
+  EXPECT_EQ(session.At(1).flags, 0U);
+}
+
+TEST(SmsService, ListsForAsLongAsLinesKeepComing) {
+  ListSession session("\"SM\"", Select("SM") + List("= 7999\n< +CMGL: 1,1,,0\n= 7999\n< 00\n= 7999\n< OK\n"));
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  EXPECT_EQ(session.count(), 1);
+}
+
+TEST(SmsService, FailsWhenTheListingCannotBeAsked) {
+  ListSession session("\"SM\"", Select("SM"));
+  session.waiter.Post(session.waiter.now() + 499ms, [&] { session.ports.line.write_status = E_FAIL; });
+  EXPECT_EQ(session.service.ListAll(nullptr), E_FAIL);
+}
+
+TEST(SmsService, SkipsNoiseBetweenRecordsButTakesAnyLineForAPdu) {
+  ListSession session("\"SM\"", Select("SM") + List("< +CMTI: \"SM\",4\n< +CMGL: 1,1,,22\n< 079133060071108\n"
+                                                    "< ^BOOT:37478870,0,0,0,77\n< 11094904003CF7A1A\n"
+                                                    "< +CMGL: 2,1,,4\n< +NOISE\n< OK\n"));
+  EXPECT_EQ(session.service.ListAll(&session.list), S_OK);
+  ASSERT_EQ(session.count(), 2);
+  EXPECT_EQ(session.At(0).pdu_text, u"079133060071108");
+  EXPECT_EQ(session.At(1).pdu_text, u"+NOISE");
+  EXPECT_EQ(session.list.rows, (std::vector<int>{0, 1}));
+}
+
+TEST(SmsService, KeepsAMessageThatDoesNotDecode) {
+  ListSession session("\"SM\"", Select("SM") + List("< +CMGL: 1,0,,1\n< 03\n< OK\n"));
+  EXPECT_EQ(session.service.ListAll(&session.list), S_OK);
+  ASSERT_EQ(session.count(), 1);
+  EXPECT_EQ(session.At(0).flags, 0x21U);
+  EXPECT_EQ(session.At(0).Decode(), E_FAIL);
+}
+
+TEST(SmsService, TakesAPduOfManyThousandCharacters) {
+  const std::string pdu(20000, 'F');
+  ListSession session("\"SM\"", Select("SM") + List("< +CMGL: 1,1,,9\n< " + pdu + "\n< OK\n"));
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  EXPECT_EQ(session.At(0).pdu_text.size(), 20000U);
+}
+
+}  // namespace
+}  // namespace celldesk
