@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "link/allocation_gate.h"
-#include "util/text.h"
+#include "link/line_rule.h"
 
 namespace celldesk {
 namespace {
@@ -15,15 +15,15 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<std::string> TakeAll(LineQueue& queue) {
-  std::vector<std::string> lines;
+std::vector<std::u16string> TakeAll(LineQueue& queue) {
+  std::vector<std::u16string> lines;
   std::u16string text;
-  while (queue.Take(text)) lines.push_back(ToUtf8(text));
+  while (queue.Take(text)) lines.push_back(text);
   return lines;
 }
 
 /// The lines that the chunks give.
-std::vector<std::string> LinesOf(const std::vector<std::u16string_view>& chunks) {
+std::vector<std::u16string> LinesOf(const std::vector<std::u16string_view>& chunks) {
   LineQueue queue;
   for (const auto chunk : chunks) queue.Receive(chunk);
   return TakeAll(queue);
@@ -39,21 +39,21 @@ TEST(LineQueue, StartsEmptyAndUnsignalled) {
 }
 
 TEST(LineQueue, AReplyInOneChunkGivesAnEmptyLineAndTheResult) {
-  EXPECT_THAT(LinesOf({u"\r\nOK\r\n"}), ElementsAre("", "OK"));
+  EXPECT_THAT(LinesOf({u"\r\nOK\r\n"}), ElementsAre(u"", u"OK"));
 }
 
 TEST(LineQueue, OnlyTheCarriageReturnEndsALine) {
-  EXPECT_THAT(LinesOf({u"one\ntwo\r"}), ElementsAre("one\ntwo"));
+  EXPECT_THAT(LinesOf({u"one\ntwo\r"}), ElementsAre(u"one\ntwo"));
   EXPECT_THAT(LinesOf({u"one\n"}), IsEmpty());
 }
 
 TEST(LineQueue, EveryReturnAndLineFeedAfterALineIsSkippedInsideAChunk) {
-  EXPECT_THAT(LinesOf({u"one\r\r\n\n\r\ntwo\r\n\r\n"}), ElementsAre("one", "two"));
+  EXPECT_THAT(LinesOf({u"one\r\r\n\n\r\ntwo\r\n\r\n"}), ElementsAre(u"one", u"two"));
 }
 
 TEST(LineQueue, ALineFeedThatBeginsAChunkBelongsToItsLine) {
-  EXPECT_THAT(LinesOf({u"one\r", u"\ntwo\r"}), ElementsAre("one", "\ntwo"));
-  EXPECT_THAT(LinesOf({u"one\r", u"\n", u"two\r"}), ElementsAre("one", "\ntwo"));
+  EXPECT_THAT(LinesOf({u"one\r", u"\ntwo\r"}), ElementsAre(u"one", u"\ntwo"));
+  EXPECT_THAT(LinesOf({u"one\r", u"\n", u"two\r"}), ElementsAre(u"one", u"\ntwo"));
 }
 
 TEST(LineQueue, ALineSplitBetweenTwoChunksIsCompletedByTheSecond) {
@@ -67,15 +67,15 @@ TEST(LineQueue, ALineSplitBetweenTwoChunksIsCompletedByTheSecond) {
   queue.Receive(u"3\"\r\n");
   EXPECT_TRUE(queue.line_event().IsSet());
   EXPECT_EQ(queue.completed_chunks(), 1U);
-  EXPECT_THAT(TakeAll(queue), ElementsAre("+CPBR: 1,\"123\""));
+  EXPECT_THAT(TakeAll(queue), ElementsAre(u"+CPBR: 1,\"123\""));
 }
 
 TEST(LineQueue, AChunkThatBeginsWithAReturnCompletesTheOpenLine) {
-  EXPECT_THAT(LinesOf({u"OK", u"\r\n"}), ElementsAre("OK"));
+  EXPECT_THAT(LinesOf({u"OK", u"\r\n"}), ElementsAre(u"OK"));
 }
 
 TEST(LineQueue, AChunkThatBeginsWithAReturnMakesAnEmptyLineWhenNoneIsOpen) {
-  EXPECT_THAT(LinesOf({u"OK\r", u"\r\n"}), ElementsAre("OK", ""));
+  EXPECT_THAT(LinesOf({u"OK\r", u"\r\n"}), ElementsAre(u"OK", u""));
 }
 
 TEST(LineQueue, AnEmptyChunkDoesNothing) {
@@ -85,7 +85,7 @@ TEST(LineQueue, AnEmptyChunkDoesNothing) {
   queue.Receive(u"");
   queue.Receive(u"K\r");
   EXPECT_EQ(queue.completed_chunks(), 1U);
-  EXPECT_THAT(TakeAll(queue), ElementsAre("OK"));
+  EXPECT_THAT(TakeAll(queue), ElementsAre(u"OK"));
 }
 
 TEST(LineQueue, SeveralLinesInOneChunkSignalOnceAndCountOnce) {
@@ -124,7 +124,7 @@ TEST(LineQueue, FlushDeletesCompleteAndOpenLinesAndTheSignal) {
   queue.Flush();
   EXPECT_FALSE(queue.line_event().IsSet());
   queue.Receive(u"ee\r");
-  EXPECT_THAT(TakeAll(queue), ElementsAre("ee"));
+  EXPECT_THAT(TakeAll(queue), ElementsAre(u"ee"));
 }
 
 TEST(LineQueue, RestartKeepsTheLinesButNotTheSignalAndTheCount) {
@@ -133,34 +133,16 @@ TEST(LineQueue, RestartKeepsTheLinesButNotTheSignalAndTheCount) {
   queue.Restart();
   EXPECT_FALSE(queue.line_event().IsSet());
   EXPECT_EQ(queue.completed_chunks(), 0U);
-  EXPECT_THAT(TakeAll(queue), ElementsAre("one"));
+  EXPECT_THAT(TakeAll(queue), ElementsAre(u"one"));
 }
 
 constexpr std::u16string_view kReply =
     u"\r\n+CPBR: 1,\"+4917012\",145,\"Ann, Lee\"\r\n+CPBR: 2,\"112\",129,\"\"\r\n\r\nOK\r\n";
 
-/// What the chunks must give, told differently: cut each chunk's returns and line feeds behind a line's end,
-/// then split what remains at carriage returns.
-std::vector<std::string> ExpectedLines(const std::vector<std::u16string_view>& chunks) {
-  std::string kept;
-  for (const auto chunk : chunks) {
-    bool after_end = false;
-    for (const char16_t c : chunk) {
-      const bool line_end = c == u'\r' || c == u'\n';
-      if (!(after_end && line_end)) kept += static_cast<char>(c);
-      after_end = c == u'\r' || (after_end && line_end);
-    }
-  }
-  std::vector<std::string> lines;
-  for (std::size_t end; (end = kept.find('\r')) != std::string::npos; kept.erase(0, end + 1))
-    lines.push_back(kept.substr(0, end));
-  return lines;
-}
-
 TEST(LineQueue, EverySplitOfAReplyInTwoGivesTheSameLines) {
   const auto whole = LinesOf({kReply});
-  ASSERT_THAT(whole,
-              ElementsAre("", "+CPBR: 1,\"+4917012\",145,\"Ann, Lee\"", "+CPBR: 2,\"112\",129,\"\"", "OK"));
+  ASSERT_THAT(whole, ElementsAre(u"", u"+CPBR: 1,\"+4917012\",145,\"Ann, Lee\"", u"+CPBR: 2,\"112\",129,\"\"",
+                                 u"OK"));
   for (std::size_t cut = 0; cut <= kReply.size(); ++cut) {
     const std::vector chunks{kReply.substr(0, cut), kReply.substr(cut)};
     const bool inside_line_end =
@@ -182,8 +164,8 @@ TEST(LineQueue, EverySplitOfAReplyInThreeGivesTheLinesOfTheRule) {
 TEST(LineQueue, ByteByByteNoCharacterOfALineIsLost) {
   std::vector<std::u16string_view> chunks;
   for (std::size_t i = 0; i < kReply.size(); ++i) chunks.push_back(kReply.substr(i, 1));
-  EXPECT_THAT(LinesOf(chunks), ElementsAre("", "\n+CPBR: 1,\"+4917012\",145,\"Ann, Lee\"",
-                                           "\n+CPBR: 2,\"112\",129,\"\"", "\n", "\nOK"));
+  EXPECT_THAT(LinesOf(chunks), ElementsAre(u"", u"\n+CPBR: 1,\"+4917012\",145,\"Ann, Lee\"",
+                                           u"\n+CPBR: 2,\"112\",129,\"\"", u"\n", u"\nOK"));
 }
 
 TEST(LineQueue, ALineWithoutAnEndKeepsNoMoreThanTheLongestLine) {
@@ -194,7 +176,7 @@ TEST(LineQueue, ALineWithoutAnEndKeepsNoMoreThanTheLongestLine) {
   std::u16string text;
   ASSERT_TRUE(queue.Take(text));
   EXPECT_EQ(text, std::u16string(LineQueue::kLongestLine, u'x'));
-  EXPECT_THAT(TakeAll(queue), ElementsAre("OK"));
+  EXPECT_THAT(TakeAll(queue), ElementsAre(u"OK"));
 }
 
 TEST(LineQueue, AHugeChunkWithoutAnEndKeepsNoMoreThanTheLongestLine) {
@@ -215,7 +197,7 @@ TEST(LineQueue, ASegmentThatCannotBeStoredIsDropped) {
   EXPECT_FALSE(queue.line_event().IsSet());
   EXPECT_EQ(queue.completed_chunks(), 0U);
   queue.Receive(u"OK\r\n");
-  EXPECT_THAT(TakeAll(queue), ElementsAre("OK"));
+  EXPECT_THAT(TakeAll(queue), ElementsAre(u"OK"));
 }
 
 TEST(LineQueue, AContinuationThatCannotBeStoredLeavesTheLineOpen) {
@@ -228,7 +210,7 @@ TEST(LineQueue, AContinuationThatCannotBeStoredLeavesTheLineOpen) {
   }
   EXPECT_FALSE(queue.line_event().IsSet());
   queue.Receive(u" end\r");
-  EXPECT_THAT(TakeAll(queue), ElementsAre("begin end"));
+  EXPECT_THAT(TakeAll(queue), ElementsAre(u"begin end"));
 }
 
 TEST(LineQueue, ALineCostsAboutOneAllocation) {
