@@ -1,5 +1,6 @@
 #include "pdu/pdu_text.h"
 
+#include <algorithm>
 #include <exception>
 
 namespace celldesk {
@@ -10,14 +11,22 @@ Status ReadOctet(std::uint8_t& octet, std::u16string_view text, std::size_t& pos
   return S_OK;
 }
 
-void WriteOctetAt(std::span<char16_t> text, std::uint8_t octet, std::size_t index) {
-  if (index >= text.size() / 2) return;
-  text[2 * index] = HexDigit(octet >> 4);
-  text[2 * index + 1] = HexDigit(octet & 0x0F);
+void ReadOctets(std::span<std::uint8_t> octets, std::u16string_view text, std::size_t index) {
+  const std::u16string_view rest = text.substr(std::min(2 * index, text.size()));
+  const std::size_t there = std::min(octets.size(), rest.size() / 2);
+  for (std::size_t i = 0; i < there; ++i) {
+    octets[i] = static_cast<std::uint8_t>((HexDigitValue(rest[2 * i]) << 4) | HexDigitValue(rest[2 * i + 1]));
+  }
+  std::fill(octets.begin() + static_cast<std::ptrdiff_t>(there), octets.end(), std::uint8_t{0});
 }
 
-void WriteOctet(std::span<char16_t> text, std::uint8_t octet, std::size_t& position) {
-  WriteOctetAt(text, octet, position++);
+void WriteOctets(std::span<char16_t> text, std::span<const std::uint8_t> octets, std::size_t index) {
+  const std::span<char16_t> rest = text.subspan(std::min(2 * index, text.size()));
+  const std::size_t room = std::min(octets.size(), rest.size() / 2);
+  for (std::size_t i = 0; i < room; ++i) {
+    rest[2 * i] = HexDigit(octets[i] >> 4);
+    rest[2 * i + 1] = HexDigit(octets[i] & 0x0F);
+  }
 }
 
 std::uint8_t ReadBcdAt(std::u16string_view text, std::size_t index) {

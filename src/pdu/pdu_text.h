@@ -38,9 +38,22 @@ inline std::uint8_t ReadOctetAt(std::u16string_view text, std::size_t index) {
 Status ReadOctet(std::uint8_t& octet, std::u16string_view text, std::size_t& position);
 
 /// Writes one octet, two digits.
-void WriteOctetAt(std::span<char16_t> text, std::uint8_t octet, std::size_t index);
+inline void WriteOctetAt(std::span<char16_t> text, std::uint8_t octet, std::size_t index) {
+  if (index >= text.size() / 2) return;
+  text[2 * index] = HexDigit(octet >> 4);
+  text[2 * index + 1] = HexDigit(octet & 0x0F);
+}
+
 /// Writes one octet and advances `position`.
-void WriteOctet(std::span<char16_t> text, std::uint8_t octet, std::size_t& position);
+inline void WriteOctet(std::span<char16_t> text, std::uint8_t octet, std::size_t& position) {
+  WriteOctetAt(text, octet, position++);
+}
+
+/// ReadOctetAt for octets.size() octets from `index` on.
+void ReadOctets(std::span<std::uint8_t> octets, std::u16string_view text, std::size_t index);
+
+/// WriteOctetAt for every one of `octets` from `index` on.
+void WriteOctets(std::span<char16_t> text, std::span<const std::uint8_t> octets, std::size_t index);
 
 /// Two decimal digits of octet `index`, units first (semi-octets, GSM 03.40 9.1.2.3).
 std::uint8_t ReadBcdAt(std::u16string_view text, std::size_t index);

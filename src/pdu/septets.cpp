@@ -1,32 +1,44 @@
 #include "pdu/septets.h"
 
+#include <algorithm>
+#include <array>
+
 #include "pdu/pdu_text.h"
 
 namespace celldesk {
 namespace {
 
-// Eight septets fill seven octets, so groups of this size begin at whole octets.
-constexpr std::size_t kGroupSeptets = 8;
-constexpr std::size_t kGroupOctets = 7;
+// Eight septets fill seven octets, so blocks of this size begin at whole octets.
+constexpr std::size_t kBlockSeptets = 64;
+constexpr std::size_t kBlockOctets = 56;
 
-/// The seven octets from `index` on as one number, the first octet lowest; the digits must be there.
-std::uint64_t ReadGroup(std::u16string_view text, std::size_t index) {
+/// The octet, counted from the field's first, that septet `k` begins in.
+constexpr std::size_t FirstOctet(std::size_t k) { return 7 * k / 8; }
+
+/// Eight septets of seven octets; `octets` has one octet more than they take.
+void UnpackGroup(std::uint8_t* septets, const std::uint8_t* octets) {
   std::uint64_t bits = 0;
-  for (std::size_t i = kGroupOctets; i-- > 0;) bits = (bits << 8) | ReadOctetAt(text, index + i);
-  return bits;
+  for (std::size_t i = 0; i < 8; ++i) bits |= std::uint64_t{octets[i]} << (8 * i);
+  for (std::size_t i = 0; i < 8; ++i) septets[i] = (bits >> (7 * i)) & 0x7F;
+}
+
+void PackGroup(std::uint8_t* octets, const std::uint8_t* septets) {
+  std::uint64_t bits = 0;
+  for (std::size_t i = 0; i < 8; ++i) bits |= (septets[i] & std::uint64_t{0x7F}) << (7 * i);
+  for (std::size_t i = 0; i < 8; ++i) octets[i] = static_cast<std::uint8_t>(bits >> (8 * i));
 }
 
 }  // namespace
 
 std::uint8_t UnpackSeptet(std::u16string_view text, std::size_t start, std::size_t k) {
-  const std::size_t octet = start + 7 * k / 8;
+  const std::size_t octet = start + FirstOctet(k);
   const unsigned shift = 7 * k % 8;
   const unsigned pair = ReadOctetAt(text, octet) | (ReadOctetAt(text, octet + 1) << 8);
   return static_cast<std::uint8_t>((pair >> shift) & 0x7F);
 }
 
 void PackSeptet(std::span<char16_t> text, std::uint8_t value, std::size_t start, std::size_t k) {
-  const std::size_t octet = start + 7 * k / 8;
+  const std::size_t octet = start + FirstOctet(k);
   const unsigned shift = 7 * k % 8;
   const std::u16string_view written(text.data(), text.size());
   unsigned pair = ReadOctetAt(written, octet) | (ReadOctetAt(written, octet + 1) << 8);
@@ -36,24 +48,29 @@ void PackSeptet(std::span<char16_t> text, std::uint8_t value, std::size_t start,
 }
 
 void UnpackSeptets(std::span<std::uint8_t> septets, std::u16string_view text, std::size_t start) {
-  std::size_t k = 0;
-  for (; k + kGroupSeptets <= septets.size(); k += kGroupSeptets, start += kGroupOctets) {
-    std::uint64_t bits = ReadGroup(text, start);
-    for (std::size_t i = 0; i < kGroupSeptets; ++i, bits >>= 7) septets[k + i] = bits & 0x7F;
+  std::array<std::uint8_t, kBlockOctets + 1> octets{};
+  std::array<std::uint8_t, kBlockSeptets> block;
+  for (; !septets.empty(); start += kBlockOctets) {
+    const std::size_t count = std::min(septets.size(), kBlockSeptets);
+    ReadOctets(std::span(octets).first(OctetsOfSeptets(count)), text, start);
+    for (std::size_t k = 0; k < count; k += 8) UnpackGroup(&block[k], &octets[OctetsOfSeptets(k)]);
+    std::copy_n(block.begin(), count, septets.begin());
+    septets = septets.subspan(count);
   }
-  for (std::size_t i = 0; k + i < septets.size(); ++i) septets[k + i] = UnpackSeptet(text, start, i);
 }
 
 void PackSeptets(std::span<char16_t> text, std::span<const std::uint8_t> septets, std::size_t start) {
-  std::size_t k = 0;
-  for (; k + kGroupSeptets <= septets.size(); k += kGroupSeptets) {
-    std::uint64_t bits = 0;
-    for (std::size_t i = kGroupSeptets; i-- > 0;) bits = (bits << 7) | (septets[k + i] & 0x7FU);
-    for (std::size_t i = 0; i < kGroupOctets; ++i, bits >>= 8) {
-      WriteOctet(text, static_cast<std::uint8_t>(bits), start);
-    }
+  std::array<std::uint8_t, kBlockOctets + 1> octets;
+  std::array<std::uint8_t, kBlockSeptets> block;
+  for (; !septets.empty(); start += kBlockOctets) {
+    const std::size_t count = std::min(septets.size(), kBlockSeptets);
+    std::fill(std::copy_n(septets.begin(), count, block.begin()), block.end(), std::uint8_t{0});
+    for (std::size_t k = 0; k < count; k += 8) PackGroup(&octets[OctetsOfSeptets(k)], &block[k]);
+    std::size_t used = OctetsOfSeptets(count);
+    if (octets[used - 1] == 0 && FirstOctet(count - 1) != used - 1) --used;
+    WriteOctets(text, std::span(octets).first(used), start);
+    septets = septets.subspan(count);
   }
-  for (std::size_t i = 0; k + i < septets.size(); ++i) PackSeptet(text, septets[k + i], start, i);
 }
 
 }  // namespace celldesk
