@@ -5,12 +5,12 @@
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 
 #include <algorithm>
 #include <cerrno>
 
 #include "platform/posix/line_settings.h"
+#include "platform/posix/terminal_device.h"
 #include "util/text.h"
 
 namespace celldesk {
@@ -51,9 +51,7 @@ OpenProblem ProblemOf(int error) {
 // after a crash nobody could open the port again. The lock serves there alone.
 bool IsPseudoTerminal(int line) {
   struct stat status {};
-  if (::fstat(line, &status) != 0) return false;
-  const unsigned device_class = major(status.st_rdev);
-  return device_class >= 136 && device_class <= 143;
+  return ::fstat(line, &status) == 0 && IsPseudoTerminalDevice(status.st_rdev);
 }
 
 bool Claim(int line) {

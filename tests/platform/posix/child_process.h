@@ -1,5 +1,6 @@
 #pragma once
 
+#include <grp.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -40,7 +41,8 @@ class ChildProcess {
 /// In a child: drops root's rights, which pass every check of permissions.
 inline void BecomeOrdinaryUser() {
   constexpr uid_t kNobody = 65534;
-  if (::geteuid() == 0 && ::setuid(kNobody) != 0) ::_exit(99);
+  if (::geteuid() != 0) return;
+  if (::setgroups(0, nullptr) != 0 || ::setgid(kNobody) != 0 || ::setuid(kNobody) != 0) ::_exit(99);
 }
 
 }  // namespace celldesk
