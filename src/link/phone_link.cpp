@@ -116,7 +116,6 @@ bool PhoneLink::StartReader() {
   // undone.
   state_->running = true;
   reader_ = threads_.Start([state = state_] { ReadLoop(*state); });
-  if (!reader_) state_->running = false;
   return reader_ != nullptr;
 }
 

@@ -72,6 +72,17 @@ TEST_F(PhoneLinkReaderTest, ALongListingIsReadInFullBuffers) {
   for (int i = 0; i < 8; ++i) EXPECT_EQ(NextLine().size(), 255U);
   ASSERT_TRUE(ports.line->WaitUntilBlocked());
   EXPECT_EQ(link.completed_chunks(), 8U);
+  EXPECT_EQ(ports.line->read_size(), 256U);
+  EXPECT_EQ(ports.line->errors_cleared(), 1) << "a full buffer is followed by another read at once";
+}
+
+TEST_F(PhoneLinkReaderTest, ErrorsAreClearedBeforeEveryReadThatDoesNotFollowAFullBuffer) {
+  ASSERT_EQ(link.Open(), S_OK);
+  for (int i = 1; i <= 3; ++i) {
+    ASSERT_TRUE(ports.line->WaitUntilBlocked());
+    EXPECT_EQ(ports.line->errors_cleared(), i);
+    ports.line->Arrive("OK\r");
+  }
 }
 
 TEST_F(PhoneLinkReaderTest, FailingReadsAreTriedAgain) {
@@ -104,8 +115,9 @@ TEST_F(PhoneLinkReaderTest, CloseRightAfterOpenLeavesNoThread) {
 
 TEST_F(PhoneLinkReaderTest, CloseEndsAReaderThatIsFlooded) {
   ASSERT_EQ(link.Open(), S_OK);
-  ports.line->Flood("flood flood flood\r\n");
-  EXPECT_EQ(NextLine(), u"flood flood flood");
+  const std::string full_buffer = std::string(255, 'x') + "\r";
+  ports.line->Flood(full_buffer);
+  EXPECT_EQ(NextLine().size(), 255U);
   EXPECT_EQ(link.Close(), S_OK);
   EXPECT_EQ(threads.running(), 0);
 }

@@ -19,7 +19,10 @@ class BlockingPort : public SerialPort {
   std::optional<LineParameters> Parameters() const override { return LineParameters{}; }
   Status SetParameters(const LineParameters&) override { return S_OK; }
   Status SetReadInterval(std::chrono::milliseconds) override { return S_OK; }
-  Status ClearError() override { return S_OK; }
+  Status ClearError() override {
+    line_->ClearError();
+    return E_FAIL;
+  }
   std::optional<std::uint32_t> ProviderCapabilities() const override { return 0; }
 
  private:
@@ -76,16 +79,33 @@ bool BlockingLine::closed() {
   return open_ports_ == 0;
 }
 
+std::size_t BlockingLine::read_size() {
+  std::lock_guard guard(lock_);
+  return read_size_;
+}
+
+int BlockingLine::errors_cleared() {
+  std::lock_guard guard(lock_);
+  return errors_cleared_;
+}
+
+void BlockingLine::ClearError() {
+  std::lock_guard guard(lock_);
+  ++errors_cleared_;
+}
+
 ReadResult BlockingLine::Read(std::span<std::uint8_t> buffer) {
   std::unique_lock guard(lock_);
   const std::uint64_t purges = purges_;
+  read_size_ = buffer.size();
   ++blocked_;
   changed_.notify_all();
   changed_.wait(guard, [&] { return !arrived_.empty() || failing_ > 0 || (purges_ != purges && !stuck_); });
   --blocked_;
   if (failing_ > 0) {
     if (--failing_ == 0) changed_.notify_all();
-    return {E_FAIL, 0};
+    std::ranges::fill(buffer, std::uint8_t{'x'});
+    return {E_FAIL, buffer.size()};
   }
   if (arrived_.empty()) return {S_OK, 0};
   std::string& bytes = arrived_.front();

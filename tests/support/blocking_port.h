@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -23,7 +24,7 @@ class BlockingLine {
   void Arrive(std::string_view bytes);
   /// The same bytes again and again, without end, until a purge.
   void Flood(std::string_view bytes);
-  /// `count` reads fail at once.
+  /// `count` reads fail at once, with junk in their buffers.
   void FailReads(int count);
   /// Purging ends no read from now on, until LetGo.
   void Stick();
@@ -33,11 +34,15 @@ class BlockingLine {
   /// True when every port is destroyed.
   bool WaitUntilClosed();
   bool closed();
+  /// Size of the latest read's buffer, and how often errors were cleared.
+  std::size_t read_size();
+  int errors_cleared();
   bool WaitUntilReadsFailed();
 
   // The port's side.
   ReadResult Read(std::span<std::uint8_t> buffer);
   void Purge();
+  void ClearError();
   void PortOpened();
   void PortClosed();
 
@@ -56,6 +61,8 @@ class BlockingLine {
   int blocked_ = 0;
   int failing_ = 0;
   int open_ports_ = 0;
+  int errors_cleared_ = 0;
+  std::size_t read_size_ = 0;
   bool stuck_ = false;
 };
 
