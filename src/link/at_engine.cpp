@@ -32,6 +32,7 @@ Status AtEngine::WaitLine(ResponseLine& response, std::chrono::milliseconds time
   do {
     if (!link_.IsOpen() || !waiter_.WaitFor(link_.line_event(), timeout)) return E_FAIL;
   } while (Failed(link_.TakeLine(response)));
+  response.DropLineFeeds();
   return S_OK;
 }
 

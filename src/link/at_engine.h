@@ -40,7 +40,8 @@ class AtEngine {
   /// Formats a command, terminator included, and writes it through the GSM alphabet. A command of more than
   /// 511 characters is not sent: E_FAIL.
   Status Send(std::u16string_view format, std::initializer_list<FormatArgument> arguments = {});
-  /// The next complete line; E_FAIL on a time-out.
+  /// The next complete line, without line feeds before it, so that a reply reads the same however the port
+  /// cut it; E_FAIL on a time-out.
   Status WaitLine(ResponseLine& response, std::chrono::milliseconds timeout);
   /// Lines until a final result: S_OK on "OK", E_FAIL on "ERROR" or a time-out.
   Status WaitFinal(ResponseLine& response, std::chrono::milliseconds timeout);

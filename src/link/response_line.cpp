@@ -12,6 +12,8 @@ void ResponseLine::Take(std::u16string&& text) {
 
 void ResponseLine::Clear() { Take({}); }
 
+void ResponseLine::DropLineFeeds() { text_.erase(0, std::min(text_.find_first_not_of(u'\n'), text_.size())); }
+
 bool StartsWith(ResponseLine& response, std::u16string_view literal) {
   const bool matches = response.text().starts_with(literal);
   if (matches) response.cursor_ = literal.size();

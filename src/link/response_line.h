@@ -23,6 +23,8 @@ class ResponseLine : public Object {
   /// Takes `text` over, the cursor at its start.
   void Take(std::u16string&& text);
   void Clear();
+  /// Drops the line feeds at the start: what is left of a line end that two reads of the port cut in half.
+  void DropLineFeeds();
 
  private:
   friend bool StartsWith(ResponseLine& response, std::u16string_view literal);

@@ -262,6 +262,23 @@ Status ReadRange(AtEngine& engine, int& first, int& last) {
   }
 }
 
+TEST(AtEngine, EverySplitOfAListingGivesTheSameEntries) {
+  const std::string listing =
+      "\r\n+CPBR: 1,\"123\",129,\"Ann\"\r\n+CPBR: 2,\"456\",129,\"Bob\"\r\n\r\nOK\r\n";
+  for (std::size_t cut = 1; cut < listing.size(); ++cut) {
+    ScriptedSession session;
+    session.phone.Expect({"AT+CPBR=1,2\r\n", {{0ms, listing.substr(0, cut)}, {60ms, listing.substr(cut)}}});
+    ASSERT_EQ(session.engine.Send(u"AT+CPBR=%i,%i\r\n", {1, 2}), S_OK);
+    std::vector<std::u16string> names;
+    ResponseLine& line = session.engine.response();
+    do {
+      ASSERT_EQ(session.engine.WaitLine(line, 8000ms), S_OK) << "cut at " << cut;
+      if (StartsWith(line, u"+CPBR:")) names.emplace_back(Field(line, 3));
+    } while (!IsOk(line));
+    EXPECT_THAT(names, testing::ElementsAre(u"Ann", u"Bob")) << "cut at " << cut;
+  }
+}
+
 TEST(AtEngine, AProcedureReadsItsInformationLine) {
   ScriptedSession session(R"(
     > AT+CPBR=?\r\n
