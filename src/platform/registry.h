@@ -8,16 +8,9 @@
 #include <string_view>
 #include <vector>
 
-namespace celldesk {
+#include "platform/system_error.h"
 
-/// System error codes of the registry operations; 0 is success.
-using SystemError = std::uint32_t;
-inline constexpr SystemError kErrorSuccess = 0;
-inline constexpr SystemError kErrorFileNotFound = 2;
-inline constexpr SystemError kErrorAccessDenied = 5;
-inline constexpr SystemError kErrorInvalidHandle = 6;
-inline constexpr SystemError kErrorMoreData = 234;
-inline constexpr SystemError kErrorNoMoreItems = 259;
+namespace celldesk {
 
 enum class RegistryRoot { kClassesRoot, kCurrentUser, kLocalMachine };
 enum class RegistryType : std::uint32_t { kString = 1, kBinary = 3, kNumber = 4 };

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace celldesk {
+
+/// Records of fields as the program's files hold them: text in windows-1250, one record a line, every field
+/// closed by ";". In a field "#" stands as "# " and ";" as "#;"; "#" before any other byte stands for that
+/// byte. A line ends with CR LF directly after the ";" of its last field, so that line ends inside a field
+/// are taken for text (except at its very start).
+
+using FieldBytes = std::span<const std::uint8_t>;
+
+/// Append one closed field, and the end of a record.
+void AppendField(std::string& bytes, std::u16string_view text);
+void AppendNumber(std::string& bytes, std::int32_t number);
+void AppendLineEnd(std::string& bytes);
+
+/// The position after the ";" that closes the field at `position`; none when the text ends first.
+std::optional<std::size_t> AfterField(FieldBytes bytes, std::size_t position);
+/// The text of the field at `position`, up to its ";" or the end, escapes resolved.
+std::u16string CopyField(FieldBytes bytes, std::size_t position);
+/// The start of the next line for a `position` in a line or at its end; the size of the text when there is
+/// none.
+std::size_t AfterLine(FieldBytes bytes, std::size_t position);
+
+/// True when `prefix` stands at `position`.
+bool StandsAt(FieldBytes bytes, std::size_t position, std::string_view prefix);
+/// `position` moved past blank lines, and then past lines that begin with "//" and the blank lines among
+/// them. After a comment, any line that begins with "/" counts as one.
+std::size_t SkipComments(FieldBytes bytes, std::size_t position);
+
+/// Goes through a file field by field and line by line. The bytes are borrowed.
+class FieldReader {
+ public:
+  explicit FieldReader(FieldBytes bytes) : bytes_(bytes) {}
+
+  /// The next field of the line; none, without moving, at the end of the line and when no ";" closes it.
+  std::optional<std::u16string> Next();
+  /// Moves to the next line that is neither blank nor a comment; false when there is none, or it begins with
+  /// "@".
+  bool NextLine();
+
+ private:
+  FieldBytes bytes_;
+  std::size_t position_ = 0;
+};
+
+}  // namespace celldesk
