@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/file.h"
+
+namespace celldesk {
+
+/// Files of the system. Only regular files can be mapped; a directory, device or pipe is refused with
+/// kErrorAccessDenied, at once.
+class PosixFileSystem : public FileSystem {
+ public:
+  std::unique_ptr<MappedFile> Map(std::u16string_view path, SystemError& error) override;
+  std::unique_ptr<OutputFile> Create(std::u16string_view path, SystemError& error) override;
+};
+
+/// The system error code that stands for an errno value.
+SystemError FromErrno(int code);
+
+}  // namespace celldesk
