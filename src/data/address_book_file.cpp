@@ -1,0 +1,94 @@
+#include "data/address_book_file.h"
+
+#include <optional>
+
+#include "data/diacritics.h"
+#include "data/record_file.h"
+#include "util/number_text.h"
+
+namespace celldesk {
+namespace {
+
+constexpr std::u16string_view kMagic = u"AddrArchive10";
+
+/// Puts the entries of a file into the free slots of a book.
+class EntryReader {
+ public:
+  explicit EntryReader(const AddressBookTarget& target) : book_(*target.book), observer_(target.observer) {}
+
+  void ReadRange(FieldReader& fields) {
+    if (const auto first = fields.Next()) book_.memory().first = ParseDecimal(*first);
+    if (const auto last = fields.Next()) book_.memory().last = ParseDecimal(*last);
+  }
+
+  Status ReadEntry(FieldReader& fields) {
+    const auto id = fields.Next();
+    const auto name = id ? fields.Next() : std::nullopt;
+    if (!name) return S_OK;  // a line without a name holds no entry
+    const auto number = fields.Next();
+    const int position = Choose(ParseDecimal(*id));
+    const Status status = book_.Reach(position);
+    if (Failed(status)) return status;
+    Fill(position, *name, number.value_or(u""));
+    return S_OK;
+  }
+
+ private:
+  int Choose(int index) {
+    const int position = book_.memory().PositionOf(index);
+    const bool usable = position >= 0 && position < AddressBook::kLimit;
+    const bool taken = position < book_.count() && book_.At(position).is_occupied();
+    if (usable && !taken) return position;
+    first_free_ = book_.FirstFree(first_free_);
+    return first_free_;
+  }
+
+  void Fill(int position, std::u16string_view name, std::u16string_view number) {
+    AddressEntry& entry = book_.At(position);
+    entry.id = DecimalText(book_.memory().IndexAt(position));
+    entry.name = WithoutDiacritics(name);
+    entry.number = number;
+    entry.flags |= AddressEntry::kOccupied | AddressEntry::kModified;
+    if (observer_ != nullptr) observer_->RowRead(position);
+  }
+
+  AddressBook& book_;
+  RowObserver* observer_;
+  int first_free_ = 0;  // no slot before this one is free
+};
+
+}  // namespace
+
+Status WriteAddressBookFile(FileSystem& files, std::u16string_view path, const AddressBook& book) {
+  RecordWriter writer(files);
+  Status status = writer.Create(path);
+  if (Failed(status)) return status;
+  const PhonebookMemory& memory = book.memory();
+  status = writer.Field(kMagic).Field(memory.name).Number(memory.first).Number(memory.last).EndRecord();
+  for (const AddressEntry& entry : book.entries()) {
+    if (Failed(status)) break;
+    if (!entry.is_occupied()) continue;
+    status = writer.Field(entry.id).Field(entry.name).Field(entry.number).EndRecord();
+  }
+  return writer.Close();
+}
+
+Status ReadAddressBookFile(FileSystem& files, std::u16string_view path, const ChooseAddressBook& choose) {
+  RecordFile file;
+  const Status status = file.Open(files, path);
+  return Failed(status) ? status : ReadAddressBook(file.bytes(), choose);
+}
+
+Status ReadAddressBook(FieldBytes bytes, const ChooseAddressBook& choose) {
+  FieldReader fields(bytes);
+  if (fields.Next() != kMagic) return E_INVALIDARG;
+  const AddressBookTarget target = choose(fields.Next().value_or(u""));
+  if (target.book == nullptr) return S_OK;
+  EntryReader reader(target);
+  reader.ReadRange(fields);
+  Status status = S_OK;
+  while (!Failed(status) && fields.NextLine()) status = reader.ReadEntry(fields);
+  return status;
+}
+
+}  // namespace celldesk

@@ -1,0 +1,69 @@
+#include "data/record_file.h"
+
+namespace celldesk {
+namespace {
+
+std::string WithLineEnds(std::string_view text) {
+  std::string result;
+  for (const char byte : text) {
+    if (byte == '\n') result += '\r';
+    result += byte;
+  }
+  return result;
+}
+
+}  // namespace
+
+Status RecordWriter::Create(std::u16string_view path) {
+  SystemError error = kErrorSuccess;
+  file_ = files_.Create(path, error);
+  status_ = StatusFromSystemError(error);
+  return status_;
+}
+
+RecordWriter& RecordWriter::Field(std::u16string_view text) {
+  AppendField(record_, text);
+  return *this;
+}
+
+RecordWriter& RecordWriter::Number(std::int32_t number) {
+  AppendNumber(record_, number);
+  return *this;
+}
+
+Status RecordWriter::EndRecord() {
+  AppendLineEnd(record_);
+  if (!Failed(status_) && file_) {
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(record_.data());
+    status_ = StatusFromSystemError(file_->Write({bytes, record_.size()}));
+  }
+  record_.clear();
+  return status_;
+}
+
+Status RecordWriter::Close() {
+  const SystemError error = file_ ? file_->Close() : kErrorSuccess;
+  file_.reset();
+  if (!Failed(status_)) status_ = StatusFromSystemError(error);
+  return status_;
+}
+
+Status RecordFile::Open(FileSystem& files, std::u16string_view path) {
+  SystemError error = kErrorSuccess;
+  file_ = files.Map(path, error);
+  with_line_ends_.clear();
+  if (!file_) return StatusFromSystemError(error);
+  const FieldBytes mapped = file_->bytes();
+  const std::string_view text(reinterpret_cast<const char*>(mapped.data()), mapped.size());
+  if (text.find("\r\n") == std::string_view::npos) with_line_ends_ = WithLineEnds(text);
+  return S_OK;
+}
+
+FieldBytes RecordFile::bytes() const {
+  if (!with_line_ends_.empty()) {
+    return {reinterpret_cast<const std::uint8_t*>(with_line_ends_.data()), with_line_ends_.size()};
+  }
+  return file_ ? file_->bytes() : FieldBytes{};
+}
+
+}  // namespace celldesk

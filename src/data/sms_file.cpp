@@ -1,0 +1,116 @@
+#include "data/sms_file.h"
+
+#include <optional>
+#include <string>
+
+#include "data/record_file.h"
+#include "pdu/address.h"
+#include "util/number_text.h"
+
+namespace celldesk {
+namespace {
+
+constexpr std::u16string_view kMagic = u"SMSArchive11";
+constexpr std::uint32_t kSubmitWithRelativeValidity = 0x11;
+
+std::u16string AddressOf(const SmsMessage& message) {
+  switch (message.type()) {
+    case SmsType::kDeliver:
+      return AddressForDisplay(message.deliver.number, message.deliver.toa);
+    case SmsType::kSubmit:
+      return AddressForDisplay(message.submit.number, message.submit.toa);
+    case SmsType::kStatusReport:
+      return AddressForDisplay(message.report.number, message.report.toa);
+    default:
+      return {};
+  }
+}
+
+std::u16string TextOf(const SmsMessage& message, TextSource texts) {
+  return message.type() == SmsType::kStatusReport ? message.DeliveryReportText(texts) : message.text;
+}
+
+Status WriteMessage(RecordWriter& writer, const SmsMessage& message, TextSource texts) {
+  const auto characters = static_cast<int>(message.pdu_text.size());
+  return writer.Field(AddressOf(message))
+      .Field(TextOf(message, texts))
+      .Number(message.tpdu_length == 0 ? characters : message.tpdu_length)
+      .Number(message.storage_status)
+      .Field(message.pdu_text)
+      .EndRecord();
+}
+
+void MakeOutgoing(SmsMessage& message, const SmsFileSettings& settings) {
+  message.flags = kMessageInUse | kMessageChanged | kMessageToSend | kMessageNew;
+  message.storage_status = kStoredUnsent;
+  message.first_octet = kSubmitWithRelativeValidity;
+  if (settings.delivery_report) message.first_octet |= kStatusReportRequest;
+  if (settings.reply_path) message.first_octet |= kReplyPath;
+  message.submit.relative_validity = settings.validity;
+}
+
+/// Fills `message` from the rest of a line, after its length; false when fields are missing.
+bool TakePdu(SmsMessage& message, std::u16string_view length, FieldReader& fields) {
+  const auto status = fields.Next();
+  const auto pdu = status ? fields.Next() : std::nullopt;
+  if (!pdu) return false;
+  message.tpdu_length = static_cast<std::int16_t>(ParseDecimal(length));
+  message.storage_status = static_cast<std::int16_t>(ParseDecimal(*status));
+  message.pdu_text = *pdu;
+  message.flags = kMessageInUse | kMessageNew;
+  // A message that does not decode stays, with the text of its line.
+  static_cast<void>(message.Decode());
+  return true;
+}
+
+/// False when the line breaks off, which ends the import. A line without a text is passed over.
+bool ReadMessage(FieldReader& fields, const SmsFileSettings& settings, const SmsTarget& target) {
+  const auto address = fields.Next();
+  const auto text = address ? fields.Next() : std::nullopt;
+  if (!text) return true;
+  SmsMessage message;
+  // A number that no phone could dial leaves the message without one.
+  static_cast<void>(MakeAddress(message.submit.number, message.submit.toa, *address));
+  message.text = *text;
+  const auto length = fields.Next();
+  if (length && !TakePdu(message, *length, fields)) return false;
+  if (!length) MakeOutgoing(message, settings);
+  const int position = target.messages->Append();
+  target.messages->At(position) = message;
+  if (target.observer != nullptr) target.observer->RowRead(position);
+  return true;
+}
+
+}  // namespace
+
+Status WriteSmsFile(FileSystem& files, std::u16string_view path, std::u16string_view folder,
+                    std::span<const SmsMessage* const> messages, TextSource texts) {
+  RecordWriter writer(files);
+  Status status = writer.Create(path);
+  if (Failed(status)) return status;
+  status = writer.Field(kMagic).Field(folder).EndRecord();
+  for (const SmsMessage* const message : messages) {
+    if (Failed(status)) break;
+    status = WriteMessage(writer, *message, texts);
+  }
+  return writer.Close();
+}
+
+Status ReadSmsFile(FileSystem& files, std::u16string_view path, const SmsFileSettings& settings,
+                   const ChooseSmsFolder& choose) {
+  RecordFile file;
+  const Status status = file.Open(files, path);
+  return Failed(status) ? status : ReadMessages(file.bytes(), settings, choose);
+}
+
+Status ReadMessages(FieldBytes bytes, const SmsFileSettings& settings, const ChooseSmsFolder& choose) {
+  FieldReader fields(bytes);
+  if (fields.Next() != kMagic) return E_INVALIDARG;
+  const SmsTarget target = choose(fields.Next().value_or(u""));
+  if (target.messages == nullptr) return S_OK;
+  while (fields.NextLine() && ReadMessage(fields, settings, target)) {
+  }
+  return S_OK;
+}
+
+}  // namespace celldesk

@@ -1,0 +1,97 @@
+#include "data/record_file.h"
+
+#include <gtest/gtest.h>
+
+#include "support/fake_file_system.h"
+
+namespace celldesk {
+namespace {
+
+std::string Text(FieldBytes bytes) { return {bytes.begin(), bytes.end()}; }
+
+TEST(RecordWriter, WritesRecordsOfFields) {
+  FakeFileSystem files;
+  RecordWriter writer(files);
+  EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
+  EXPECT_EQ(writer.Field(u"x;y").Number(7).Field(u"").EndRecord(), S_OK);
+  EXPECT_EQ(writer.EndRecord(), S_OK);
+  EXPECT_EQ(writer.Close(), S_OK);
+  EXPECT_EQ(files.files[u"a.adr"], "x#;y;7;;\r\n\r\n");
+  EXPECT_EQ(files.open_files, 0);
+}
+
+TEST(RecordWriter, GivesTheSystemsErrorWhenTheFileCannotBeCreated) {
+  FakeFileSystem files;
+  files.open_error = kErrorAccessDenied;
+  RecordWriter writer(files);
+  EXPECT_EQ(writer.Create(u"a.adr"), Status{0x80070005});
+  EXPECT_EQ(writer.Field(u"x").EndRecord(), Status{0x80070005});
+  EXPECT_EQ(writer.Close(), Status{0x80070005});
+  EXPECT_EQ(files.writes, 0);
+}
+
+TEST(RecordWriter, TheFirstFailureSticks) {
+  FakeFileSystem files;
+  files.write_error = kErrorDiskFull;
+  files.allowed_writes = 1;
+  RecordWriter writer(files);
+  EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
+  EXPECT_EQ(writer.Field(u"one").EndRecord(), S_OK);
+  EXPECT_EQ(writer.Field(u"two").EndRecord(), Status{0x80070070});
+  files.write_error = kErrorSuccess;
+  EXPECT_EQ(writer.Field(u"three").EndRecord(), Status{0x80070070});
+  EXPECT_EQ(writer.Close(), Status{0x80070070});
+  EXPECT_EQ(files.files[u"a.adr"], "one;\r\n");
+  EXPECT_EQ(files.writes, 2);
+}
+
+TEST(RecordWriter, ReportsWhatOnlyTheCloseTells) {
+  FakeFileSystem files;
+  files.close_error = kErrorDiskFull;
+  RecordWriter writer(files);
+  EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
+  EXPECT_EQ(writer.Field(u"one").EndRecord(), S_OK);
+  EXPECT_EQ(writer.Close(), Status{0x80070070});
+}
+
+TEST(RecordWriter, WritesALongRecordWhole) {
+  FakeFileSystem files;
+  RecordWriter writer(files);
+  EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
+  EXPECT_EQ(writer.Field(std::u16string(100000, u'x')).EndRecord(), S_OK);
+  EXPECT_EQ(files.files[u"a.adr"].size(), 100003U);
+}
+
+TEST(RecordFile, MapsAFile) {
+  FakeFileSystem files;
+  files.files[u"a"] = "x;\r\ny\n;\r\n";
+  RecordFile file;
+  EXPECT_EQ(file.Open(files, u"a"), S_OK);
+  EXPECT_EQ(Text(file.bytes()), "x;\r\ny\n;\r\n");
+}
+
+TEST(RecordFile, OpensAnEmptyFileWithoutData) {
+  FakeFileSystem files;
+  files.files[u"a"] = "";
+  RecordFile file;
+  EXPECT_EQ(file.Open(files, u"a"), S_OK);
+  EXPECT_TRUE(file.bytes().empty());
+}
+
+TEST(RecordFile, ReadsBareLineFeedsAsLineEnds) {
+  FakeFileSystem files;
+  files.files[u"a"] = "x;\ny;\n";
+  RecordFile file;
+  EXPECT_EQ(file.Open(files, u"a"), S_OK);
+  EXPECT_EQ(Text(file.bytes()), "x;\r\ny;\r\n");
+}
+
+TEST(RecordFile, GivesTheSystemsErrorWhenTheFileIsNotThere) {
+  FakeFileSystem files;
+  RecordFile file;
+  EXPECT_EQ(file.Open(files, u"a"), Status{0x80070002});
+  EXPECT_TRUE(file.bytes().empty());
+}
+
+}  // namespace
+}  // namespace celldesk
