@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/posix/port_paths.h"
-#include "platform/posix/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace celldesk {
 

@@ -6,11 +6,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/posix/child_process.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/posix_serial_port.h"
-#include "platform/posix/temporary_folder.h"
+#include "support/child_process.h"
 #include "support/pseudo_terminal.h"
+#include "support/temporary_folder.h"
 #include "util/text.h"
 
 namespace celldesk {

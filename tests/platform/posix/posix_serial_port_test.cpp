@@ -8,8 +8,8 @@
 #include <filesystem>
 #include <functional>
 
-#include "platform/posix/child_process.h"
 #include "platform/serial_port_contract.h"
+#include "support/child_process.h"
 #include "support/pseudo_terminal.h"
 #include "util/text.h"
 

@@ -1,0 +1,71 @@
+#include "platform/qt/settings_file.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QSaveFile>
+#include <QThread>
+
+namespace celldesk {
+namespace {
+
+// A writer holds the lock for one change, some milliseconds. The kernel guards a living holder whatever the
+// age of its lock file; the age only frees what a writer that was killed while it made the file left behind.
+constexpr int kLockLeftBehindMs = 2000;
+constexpr int kLockDeadlineMs = 10'000;
+constexpr unsigned long kLockPollMs = 2;
+
+bool Acquire(QLockFile& lock) {
+  lock.setStaleLockTime(kLockLeftBehindMs);
+  QElapsedTimer timer;
+  timer.start();
+  // QLockFile's own wait sleeps in steps of 100 ms and more.
+  while (!lock.tryLock(0)) {
+    if (lock.error() != QLockFile::LockFailedError || timer.elapsed() > kLockDeadlineMs) return false;
+    QThread::msleep(kLockPollMs);
+  }
+  return true;
+}
+
+}  // namespace
+
+std::optional<SettingsDocument> SettingsFile::Read() const {
+  QFile file(QString::fromStdU16String(path_));
+  if (!file.exists()) return SettingsDocument();
+  if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+  const QByteArray text = file.readAll();
+  if (file.error() != QFileDevice::NoError) return std::nullopt;
+  return SettingsDocument::Parse({text.constData(), static_cast<std::size_t>(text.size())});
+}
+
+SystemError SettingsFile::Change(const std::function<SystemError(SettingsDocument&)>& change) {
+  const QString path = QString::fromStdU16String(path_);
+  if (!QDir().mkpath(QFileInfo(path).absolutePath())) return kErrorAccessDenied;
+  QLockFile lock(path + ".lock");
+  if (!Acquire(lock)) return kErrorAccessDenied;
+  auto document = Read();
+  if (!document) return kErrorAccessDenied;
+  const std::string before = document->ToText();
+  const SystemError error = change(*document);
+  const std::string after = document->ToText();
+  if (error != kErrorSuccess || after == before) return error;
+  if (document->damaged() && !KeepDamaged()) return kErrorAccessDenied;
+  return Write(after) ? kErrorSuccess : kErrorAccessDenied;
+}
+
+bool SettingsFile::Write(const std::string& text) const {
+  QSaveFile file(QString::fromStdU16String(path_));
+  const auto size = static_cast<qint64>(text.size());
+  return file.open(QIODevice::WriteOnly) && file.write(text.data(), size) == size && file.commit();
+}
+
+bool SettingsFile::KeepDamaged() const {
+  const QString path = QString::fromStdU16String(path_);
+  QString copy = path + ".damaged";
+  for (int number = 2; QFile::exists(copy); ++number) copy = path + ".damaged-" + QString::number(number);
+  return QFile::copy(path, copy);
+}
+
+}  // namespace celldesk

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/qt/settings_document.h"
+#include "platform/registry.h"
+
+namespace celldesk {
+
+/// A settings file that several processes change. A change reads the file anew, under a lock that all writers
+/// take (a file beside it, with ".lock" at its end), and replaces it whole; it is on the disk when the call
+/// returns. A reader takes no lock: it finds the file as it was before or after a change.
+class SettingsFile {
+ public:
+  explicit SettingsFile(std::u16string path) : path_(std::move(path)) {}
+
+  /// The content; an empty document when there is no file yet, none when it cannot be read.
+  std::optional<SettingsDocument> Read() const;
+  /// Runs `change` on the present content and, when it returns success and changed something, writes that. A
+  /// file with lines of no known form is first copied beside itself, with ".damaged" at its end (".damaged-2"
+  /// and so on when that is there already).
+  SystemError Change(const std::function<SystemError(SettingsDocument&)>& change);
+
+ private:
+  bool Write(const std::string& text) const;
+  bool KeepDamaged() const;
+
+  const std::u16string path_;
+};
+
+}  // namespace celldesk
