@@ -129,6 +129,10 @@ int AddressBookView::ItemImage(std::size_t record) {
   return book_.At(static_cast<int>(record)).is_modified() ? kChangedImage : kUnchangedImage;
 }
 
+std::u16string AddressBookView::Hint() const {
+  return assignment_.active() ? LoadString(text::kAssignmentHint) : std::u16string();
+}
+
 std::u16string AddressBookView::EmptyText() const {
   if (book_.loaded() && frame().IsConnected()) return LoadString(text::kEmptyLoaded);
   return FolderView::EmptyText();
@@ -141,12 +145,8 @@ std::vector<int> AddressBookView::Positions(const std::vector<int>& rows) {
 }
 
 void AddressBookView::Edit() {
-  if (assignment_.active()) {
-    AssignRow(list().FocusedRow());
-    return;
-  }
   const int row = list().FocusedRow();
-  if (row < 0) return;
+  if (assignment_.active() || row < 0) return;
   const int position = static_cast<int>(list().RecordAt(row));
   EditAt(position, AddressEntry(book_.At(position)), text::kEditItem);
 }
@@ -175,9 +175,9 @@ void AddressBookView::ShowAt(int row, int position) {
   const int overwritten = list().Shows(record) ? list().RowOf(record) : -1;
   if (row < 0) {
     if (overwritten < 0) AddItem(record);
-  } else {
-    list().SetRecordAt(row, record);
-    if (overwritten >= 0 && overwritten != row) list().RemoveRow(overwritten);
+  } else if (overwritten != row) {
+    if (overwritten >= 0) list().RemoveRow(overwritten);
+    list().SetRecordAt(overwritten >= 0 && overwritten < row ? row - 1 : row, record);
   }
   const int shown = list().RowOf(record);
   list().ClearSelection();
@@ -298,7 +298,6 @@ void AddressBookView::ToggleItemAssignment() {
   if (!assignment_.active()) {
     assignment_.Enter();
     list().SetAssignmentStyle(true);
-    frame().ShowStatus(LoadString(text::kAssignmentHint));
     list().Redraw(-1);
     return;
   }

@@ -39,6 +39,7 @@ class AddressBookView : public FolderView, public PhonebookObserver {
   bool IsCommandDisabled(int command, std::size_t selection_count) override;
   std::u16string_view ColumnText(std::size_t record, int column, std::u16string& buffer) override;
   int ItemImage(std::size_t record) override;
+  std::u16string Hint() const override;
 
   void RowRead(int position) override;
   void Repaint() override;

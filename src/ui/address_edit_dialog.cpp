@@ -24,11 +24,14 @@ bool AddressEditDialog::OnInitDialog(int /*focus*/, LongParameter /*parameter*/)
   return false;
 }
 
+// An id that is neither free nor within the memory's range is not offered: then nothing is chosen.
 void AddressEditDialog::FillAssignments() {
+  int own = -1;
   for (const std::u16string& id : AssignableIds(book_, entry_.id)) {
     AddChoice(kAssignment, id, 0);
-    if (id == entry_.id) SelectChoice(kAssignment, ChoiceCount(kAssignment) - 1);
+    if (id == entry_.id) own = ChoiceCount(kAssignment) - 1;
   }
+  SelectChoice(kAssignment, own);
 }
 
 bool AddressEditDialog::UpdateData(bool save) {

@@ -41,7 +41,10 @@ MessageResult FolderView::OnNotify(int /*control_id*/, const Notification& notif
   return 0;
 }
 
+// A command that a key or a double click gives in the list does not come through the frame: while a phone
+// procedure runs it ends here.
 MessageResult FolderView::WindowProc(Message message, WordParameter /*word*/, LongParameter /*parameter*/) {
+  if (message == Message::kCommand && frame_.IsBusy()) return 1;
   if (message != Message::kActivate) return 0;
   list().SetEmptyText(EmptyText());
   list().SetFocus();
@@ -64,6 +67,11 @@ void FolderView::OnShowPage() {
 bool FolderView::OnLeavePage() {
   SettingsStore(services_.registry).SaveColumnWidths(traits_.widths_value, list().Widths());
   return true;
+}
+
+bool FolderView::OnIdle(int /*count*/) {
+  frame_.RefreshIfDue();
+  return false;
 }
 
 std::u16string FolderView::EmptyText() const {

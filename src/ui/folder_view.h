@@ -39,6 +39,11 @@ class FolderView : public Dialog {
   void OnInitMenuPopup(MenuState& menu, int index) override;
   void OnShowPage() override;
   bool OnLeavePage() override;
+  /// Keeps the frame's command bar and status line up to date.
+  bool OnIdle(int count) override;
+
+  /// What the user is to do in the folder's present mode, for the status line; empty in the ordinary one.
+  virtual std::u16string Hint() const { return {}; }
 
  protected:
   FrameServices& frame() { return frame_; }

@@ -20,10 +20,13 @@ class FrameServices {
   virtual void BeginProcedure(std::u16string_view status) = 0;
   virtual void EndProcedure() = 0;
   virtual bool IsBusy() const = 0;
-  /// What goes on, in the status line.
+  /// What a phone procedure does now, in the status line; while none runs the line tells the folder's hint or
+  /// the connection.
   virtual void ShowStatus(std::u16string_view text) = 0;
-  /// Selection, counts or connection changed: command bar and status line follow at the next idle time.
+  /// Selection, counts, mode or connection changed: command bar and status line follow at the next idle time.
   virtual void RefreshLater() = 0;
+  /// Idle work: does what RefreshLater asked for.
+  virtual void RefreshIfDue() = 0;
 };
 
 /// While one of these lives a phone procedure runs: commands that would disturb it are disabled, the wait

@@ -81,12 +81,22 @@ FolderView& MainFrame::current_folder() { return static_cast<FolderView&>(*pages
 
 void MainFrame::OnCommand(int command, LongParameter parameter) {
   if (IsBusy() && !Contains(kCommandsWhileBusy, command)) {
-    if (command == command::kExit) {
+    if (command == command::kExit && !exit_pending_) {
       exit_pending_ = true;
-      SetStatus(Format(LoadString(text::kClosingLater), {StatusText()}));
+      ShowStatus(StatusText());
     }
     return;
   }
+  RunCommand(command, parameter);
+  RefreshLater();
+  // A close request that came meanwhile waits for the whole command, its boxes included.
+  if (exit_pending_ && !IsBusy()) {
+    exit_pending_ = false;
+    if (IsAttached()) Exit();
+  }
+}
+
+void MainFrame::RunCommand(int command, LongParameter parameter) {
   switch (command) {
     case command::kHelp:
       ShowHelp();
@@ -170,6 +180,9 @@ MessageResult MainFrame::WindowProc(Message message, WordParameter word, LongPar
     case Message::kShowYourself:
       BringToFront();
       return 0;
+    case Message::kDestroy:
+      Application::Get()->PostQuit(0);
+      return 0;
     default:
       return FrameWindow::WindowProc(message, word, parameter);
   }
@@ -181,6 +194,7 @@ void MainFrame::Refresh() {
   for (const int command : kFrameCommands) Surface().EnableButton(command, IsCommandEnabled(command));
   for (const int command : kFolderButtons) Surface().EnableButton(command, IsCommandEnabled(command));
   Surface().PressButton(command::kConnection, IsConnected());
+  if (!IsBusy()) SetStatus(IdleStatus());
   ShowCounts();
 }
 
@@ -192,7 +206,20 @@ void MainFrame::ShowCounts() {
                               : Format(LoadString(text::kItems), {rows}));
 }
 
-void MainFrame::ShowStatus(std::u16string_view text) { SetStatus(text); }
+std::u16string MainFrame::IdleStatus() {
+  std::u16string hint = current_folder().Hint();
+  if (!hint.empty()) return hint;
+  return IsConnected() ? Format(LoadString(text::kConnectedTo), {services_.link.port_name()})
+                       : LoadString(text::kNotConnected);
+}
+
+void MainFrame::ShowStatus(std::u16string_view text) {
+  SetStatus(exit_pending_ ? Format(LoadString(text::kClosingLater), {text}) : std::u16string(text));
+}
+
+void MainFrame::RefreshIfDue() {
+  if (refresh_due_) Refresh();
+}
 
 void MainFrame::BeginProcedure(std::u16string_view status) {
   ++busy_;
@@ -204,13 +231,7 @@ void MainFrame::BeginProcedure(std::u16string_view status) {
 void MainFrame::EndProcedure() {
   --busy_;
   Application::Get()->ShowWaitCursor(false);
-  SetStatus(IsConnected() ? Format(LoadString(text::kConnectedTo), {services_.link.port_name()})
-                          : LoadString(text::kNotConnected));
   Refresh();
-  if (!IsBusy() && exit_pending_) {
-    exit_pending_ = false;
-    Post(Message::kCommand, command::kExit, 0);
-  }
 }
 
 bool MainFrame::IsConnected() const { return services_.link.IsOpen(); }
@@ -298,7 +319,6 @@ void MainFrame::Exit() {
     static_cast<void>(services_.link.Close());
   }
   Destroy();
-  Application::Get()->PostQuit(0);
 }
 
 void MainFrame::ShowHelp() {

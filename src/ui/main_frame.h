@@ -35,7 +35,7 @@ class MainFrame : public FrameWindow, public FrameServices {
   MessageResult OnNotify(int control_id, const Notification& notification) override;
   void OnInitMenuPopup(MenuState& menu, int index) override;
   MessageResult WindowProc(Message message, WordParameter word, LongParameter parameter) override;
-  /// Idle work for the folder that is the current view: command bar and status line.
+  /// Command bar and status line follow the state of the folder and the connection.
   void Refresh();
 
   Window& window() override { return *this; }
@@ -46,10 +46,12 @@ class MainFrame : public FrameWindow, public FrameServices {
   bool IsBusy() const override { return busy_ > 0; }
   void ShowStatus(std::u16string_view text) override;
   void RefreshLater() override { refresh_due_ = true; }
+  void RefreshIfDue() override;
 
  private:
   bool MakeFonts();
   void MakeFolders();
+  void RunCommand(int command, LongParameter parameter);
   void Connect();
   void Disconnect();
   void ToggleConnection();
@@ -62,6 +64,7 @@ class MainFrame : public FrameWindow, public FrameServices {
   bool MayLeaveBook(const AddressBookView& view);
   bool IsCommandEnabled(int command);
   void ShowCounts();
+  std::u16string IdleStatus();
 
   ProgramServices services_;
   FontSet fonts_;

@@ -29,6 +29,8 @@ class CommandSurface {
   void EnableButton(int command, bool enabled);
   void PressButton(int command, bool pressed);
 
+  /// True when the menu or the command bar has this command.
+  bool Offers(int command) const;
   /// Asks the owner about every pop-up of the menu bar and returns its answers.
   MenuState QueryState() const;
 

@@ -80,6 +80,8 @@ class Dialog : public Window {
   static void SetModalHook(std::function<void(Dialog& dialog)> hook);
 
  private:
+  MessageResult OnDestroy(WordParameter word, LongParameter parameter);
+
   int template_number_;
   std::unique_ptr<NativeDialog> controls_;
   std::unique_ptr<ListView> list_;

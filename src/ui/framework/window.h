@@ -39,7 +39,7 @@ using MessageResult = std::intptr_t;
 
 /// What a control tells its window.
 enum class NotifyCode {
-  kClick,             ///< a row was clicked
+  kClick,             ///< a row was clicked, or Space pressed on it
   kDoubleClick,       ///< a row was double clicked
   kReturn,            ///< Enter in a list
   kDeleteKey,         ///< Delete in a list

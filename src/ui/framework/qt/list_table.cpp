@@ -76,6 +76,10 @@ void ListTable::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Delete:
       Notify(list_, NotifyCode::kDeleteKey, currentIndex());
       return;
+    case Qt::Key_Space:
+      QTableView::keyPressEvent(event);
+      if (currentIndex().isValid()) Notify(list_, NotifyCode::kClick, currentIndex());
+      return;
     case Qt::Key_Home:
       if (event->modifiers() == Qt::NoModifier) return selectRow(0);
       break;

@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <array>
 #include <memory>
+#include <optional>
 
 #include "ui/framework/font.h"
 #include "ui/framework/window.h"
@@ -38,6 +39,7 @@ struct NativeDialog {
   QHash<int, QWidget*> controls;
   QPointer<QDialog> dialog;  // null for a page
   QWidget* content = nullptr;
+  std::optional<int> result;  // set when the dialog ended before it was on screen
 };
 
 struct NativeList {

@@ -18,6 +18,8 @@ namespace {
 
 Application* the_application = nullptr;
 
+constexpr int kHelpKey = -1;
+
 // While lines keep coming the window still gets its share of time this often.
 constexpr qint64 kPumpInterval = 20;
 
@@ -41,13 +43,15 @@ struct NativeApplication : public QObject {
     auto* key = static_cast<QKeyEvent*>(event);
     const int command = AcceleratorCommand(*key);
     if (command == 0 || !FrameTakesKeys()) return false;
+    CommandSurface* surface = ActiveSurface();
+    if (command != kHelpKey && (surface == nullptr || !surface->Offers(command))) return false;
     event->accept();
-    if (event->type() == QEvent::KeyPress) Accelerate(command);
+    if (event->type() == QEvent::KeyPress) Accelerate(command, surface);
     return event->type() == QEvent::KeyPress;
   }
 
   static int AcceleratorCommand(const QKeyEvent& key) {
-    if (key.key() == Qt::Key_F1) return -1;
+    if (key.key() == Qt::Key_F1) return kHelpKey;
     const QKeySequence pressed(key.keyCombination());
     for (const Accelerator& accelerator : the_application->accelerators()) {
       if (QKeySequence(ToQt(accelerator.key)) == pressed) return accelerator.command;
@@ -63,18 +67,22 @@ struct NativeApplication : public QObject {
     return modal == nullptr || dynamic_cast<Dialog*>(WindowOf(modal)) != nullptr;
   }
 
+  // The menus that the user sees as active: those of the modal dialog, which may have none, or the frame's.
+  static CommandSurface* ActiveSurface() {
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (modal == nullptr) return &the_application->main_frame()->Surface();
+    auto* dialog = dynamic_cast<Dialog*>(WindowOf(modal));
+    return dialog->HasSurface() ? &dialog->Surface() : nullptr;
+  }
+
   // A command that the menu of the active window shows disabled is not given.
-  static void Accelerate(int command) {
+  static void Accelerate(int command, const CommandSurface* surface) {
     FrameWindow* frame = the_application->main_frame();
-    if (command < 0) {
+    if (command == kHelpKey) {
       frame->Dispatch(Message::kHelp, 0, 0);
-      return;
+    } else if (surface->QueryState().IsEnabled(command)) {
+      frame->Dispatch(Message::kCommand, static_cast<WordParameter>(command), 1);
     }
-    auto* dialog = dynamic_cast<Dialog*>(WindowOf(QApplication::activeModalWidget()));
-    if (dialog != nullptr && !dialog->HasSurface()) return;
-    const MenuState state =
-        dialog != nullptr ? dialog->Surface().QueryState() : frame->Surface().QueryState();
-    if (state.IsEnabled(command)) frame->Dispatch(Message::kCommand, static_cast<WordParameter>(command), 1);
   }
 
   void RunIdle() {

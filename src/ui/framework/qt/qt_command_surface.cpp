@@ -54,6 +54,12 @@ QString KeyText(int command) {
   return {};
 }
 
+// What a bar no longer shows must not be found, or take keys, any more; it goes once its handlers are done.
+void Discard(QObject* object) {
+  object->setObjectName({});
+  object->deleteLater();
+}
+
 }  // namespace
 
 // Menus and buttons share one row: small screens have no height to spare.
@@ -73,6 +79,8 @@ CommandSurface::~CommandSurface() = default;
 void CommandSurface::SetMenu(int menu) {
   if (menu == menu_) return;
   menu_ = menu;
+  for (QAction* action : native_->menu_actions) Discard(action);
+  for (QAction* popup : native_->menu_bar->actions()) Discard(popup->menu());
   native_->menu_bar->clear();
   native_->menu_actions.clear();
   const std::vector<MenuPopup> popups = LoadMenu(menu);
@@ -97,6 +105,7 @@ void CommandSurface::SetMenu(int menu) {
 }
 
 void CommandSurface::SetCommandBar(int tool_tips) {
+  for (QAction* action : native_->tool_bar->actions()) Discard(action);
   native_->tool_bar->clear();
   native_->bar_actions.clear();
   bool first = true;
@@ -134,6 +143,10 @@ void CommandSurface::PressButton(int command, bool pressed) {
     action->setCheckable(true);
     action->setChecked(pressed);
   }
+}
+
+bool CommandSurface::Offers(int command) const {
+  return native_->menu_actions.contains(command) || native_->bar_actions.contains(command);
 }
 
 MenuState CommandSurface::QueryState() const {

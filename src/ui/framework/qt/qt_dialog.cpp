@@ -52,9 +52,6 @@ class CurrentViewScope {
 Dialog::Dialog(int template_number) : template_number_(template_number) {}
 
 Dialog::~Dialog() {
-  if (Application::Get() != nullptr && Application::Get()->modeless_dialog() == this) {
-    Application::Get()->set_modeless_dialog(nullptr);
-  }
   list_.reset();
   surface_.reset();
   if (IsAttached()) Window::Destroy();
@@ -87,11 +84,11 @@ int Dialog::RunModal(Window* owner, LongParameter parameter) {
   if (modal_hook)
     QMetaObject::invokeMethod(
         &window, [this] { modal_hook(*this); }, Qt::QueuedConnection);
-  const int result = window.exec();
+  const std::optional<int> ended = controls_->result;
+  const int result = ended ? *ended : window.exec();
   Dispatch(Message::kDestroy, 0, 0);
   list_.reset();
   surface_.reset();
-  controls_.reset();
   return result;
 }
 
@@ -118,14 +115,16 @@ bool Dialog::CreatePage(PageHost& host) {
 }
 
 void Dialog::EndDialog(int result) {
-  if (controls_ != nullptr && controls_->dialog) controls_->dialog->done(result);
+  if (controls_ == nullptr || !controls_->dialog) return;
+  if (!controls_->dialog->isVisible()) controls_->result = result;
+  controls_->dialog->done(result);
 }
 
 // Every message goes to WindowProc first; a non-zero result ends the handling.
 MessageResult Dialog::Dispatch(Message message, WordParameter word, LongParameter parameter) {
   if (!IsAttached()) return 0;
   if (message == Message::kInitDialog) return OnInitDialog(static_cast<int>(word), parameter) ? 1 : 0;
-  if (message == Message::kDestroy) return Window::Dispatch(message, word, parameter);
+  if (message == Message::kDestroy) return OnDestroy(word, parameter);
   if (const MessageResult result = WindowProc(message, word, parameter)) return result;
   switch (message) {
     case Message::kCommand:
@@ -143,6 +142,16 @@ MessageResult Dialog::Dispatch(Message message, WordParameter word, LongParamete
     default:
       return 0;
   }
+}
+
+// The controls go with the native window: from here on they read as empty.
+MessageResult Dialog::OnDestroy(WordParameter word, LongParameter parameter) {
+  const MessageResult result = Window::Dispatch(Message::kDestroy, word, parameter);
+  controls_.reset();
+  Application* application = Application::Get();
+  if (application != nullptr && application->modeless_dialog() == this)
+    application->set_modeless_dialog(nullptr);
+  return result;
 }
 
 void Dialog::OnCommand(int command, LongParameter /*parameter*/) {

@@ -116,8 +116,8 @@ void ListView::Select(int row, bool selected) {
 }
 
 void ListView::ClearSelection() {
-  for (std::vector<int> rows = SelectedRows(); !rows.empty(); rows = SelectedRows())
-    Select(rows.front(), false);
+  const QItemSelectionModel* selection = native_->table->selectionModel();
+  while (!selection->selection().isEmpty()) Select(selection->selection().first().top(), false);
 }
 
 int ListView::FocusedRow() const { return native_->table->currentIndex().row(); }

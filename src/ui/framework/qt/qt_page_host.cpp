@@ -58,7 +58,9 @@ PageHost::PageHost(Window& owner, int id, PageHostStyle style)
     FillPlace<QVBoxLayout>(place, native_->tabs, native_->stack);
     QObject::connect(native_->tabs, &QTabBar::currentChanged, place, [this](int row) { OnTabClicked(row); });
   }
-  const auto step = [this](int by) { Select((current_ + by + PageCount()) % PageCount()); };
+  const auto step = [this](int by) {
+    if (PageCount() > 0) Select((current_ + by + PageCount()) % PageCount());
+  };
   QObject::connect(new QShortcut(QKeySequence(QStringLiteral("Ctrl+PgDown")), place), &QShortcut::activated,
                    place, [step] { step(1); });
   QObject::connect(new QShortcut(QKeySequence(QStringLiteral("Ctrl+PgUp")), place), &QShortcut::activated,

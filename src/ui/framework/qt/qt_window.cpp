@@ -11,12 +11,17 @@ namespace {
 
 constexpr char kWindowProperty[] = "celldesk_window";
 
+// The window object of this very widget, or null: none once the object is detached or gone.
+Window* OwnWindowOf(const QWidget* widget) {
+  const QVariant object = widget->property(kWindowProperty);
+  return object.isValid() ? reinterpret_cast<Window*>(object.value<quintptr>()) : nullptr;
+}
+
 }  // namespace
 
 Window* WindowOf(const QWidget* widget) {
   for (; widget != nullptr; widget = widget->parentWidget()) {
-    const QVariant object = widget->property(kWindowProperty);
-    if (object.isValid()) return reinterpret_cast<Window*>(object.value<quintptr>());
+    if (Window* window = OwnWindowOf(widget)) return window;
   }
   return nullptr;
 }
@@ -48,7 +53,10 @@ void Window::Attach(std::unique_ptr<NativeWindow> native, Window* parent) {
 
 void Window::Detach() {
   if (native_ == nullptr) return;
-  if (native_->widget) SetWindowOf(native_->widget, nullptr);
+  if (native_->widget) {
+    SetWindowOf(native_->widget, nullptr);
+    qDeleteAll(native_->timers);
+  }
   native_.reset();
 }
 
@@ -65,7 +73,11 @@ void Window::Post(Message message, WordParameter word, LongParameter parameter) 
   QWidget* widget = WidgetOf(this);
   if (widget == nullptr) return;
   QMetaObject::invokeMethod(
-      widget, [this, message, word, parameter] { Dispatch(message, word, parameter); }, Qt::QueuedConnection);
+      widget,
+      [widget, message, word, parameter] {
+        if (Window* window = OwnWindowOf(widget)) window->Dispatch(message, word, parameter);
+      },
+      Qt::QueuedConnection);
 }
 
 void Window::SetTitle(std::u16string_view title) {
