@@ -67,7 +67,6 @@ std::u16string AddressForDisplay(std::u16string_view number, std::uint8_t toa) {
 Status MakeAddress(std::u16string& number, std::uint8_t& toa, std::u16string_view input) {
   std::u16string_view typed = Trim(input);
   const char16_t first = typed.empty() ? u'\0' : typed.front();
-  Status status = S_OK;
   if (first == u'+') {
     toa = kInternationalNumber;
     typed.remove_prefix(1);
@@ -77,11 +76,10 @@ Status MakeAddress(std::u16string& number, std::uint8_t& toa, std::u16string_vie
     toa = kOtherNumber;
   } else {
     toa = 0;
-    typed = {};
-    status = E_FAIL;
+    number.clear();
+    return E_FAIL;
   }
-  number = std::u16string(typed);
-  return status;
+  return AssignText(number, typed);
 }
 
 }  // namespace celldesk

@@ -38,7 +38,7 @@ constexpr std::size_t AddressOctets(std::size_t digits) { return 2 + (digits + 1
 std::u16string AddressForDisplay(std::u16string_view number, std::uint8_t toa);
 
 /// Turns `input` as a user typed it into the number and TOA that a message stores. E_FAIL, number emptied and
-/// TOA 0, for fewer than four characters that begin with neither "+" nor "0".
+/// TOA 0, for fewer than four characters that begin with neither "+" nor "0"; E_OUTOFMEMORY.
 Status MakeAddress(std::u16string& number, std::uint8_t& toa, std::u16string_view input);
 
 }  // namespace celldesk

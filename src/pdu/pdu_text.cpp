@@ -49,4 +49,13 @@ Status ResizeText(std::u16string& text, std::size_t size) {
   return S_OK;
 }
 
+Status AssignText(std::u16string& text, std::u16string_view value) {
+  try {
+    text.assign(value);
+  } catch (const std::exception&) {
+    return E_OUTOFMEMORY;
+  }
+  return S_OK;
+}
+
 }  // namespace celldesk

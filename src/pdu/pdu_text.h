@@ -68,4 +68,7 @@ constexpr std::ptrdiff_t RemainingMeasure(std::u16string_view text, std::size_t 
 /// Gives `text` a length of `size`; E_OUTOFMEMORY, nothing changed, when that cannot be had.
 Status ResizeText(std::u16string& text, std::size_t size);
 
+/// Makes `text` a copy of `value`, which may be part of it; E_OUTOFMEMORY, nothing changed, as above.
+Status AssignText(std::u16string& text, std::u16string_view value);
+
 }  // namespace celldesk

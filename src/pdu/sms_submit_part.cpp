@@ -1,8 +1,6 @@
 #include "pdu/sms_submit_part.h"
 
-#include <algorithm>
 #include <array>
-#include <exception>
 #include <span>
 
 #include "pdu/address.h"
@@ -80,12 +78,8 @@ Status SmsSubmitPart::EncodeSubmit() {
   WriteOctet(pdu, dcs, position);
   WriteValidity(pdu, ValidityFormatOf(first_octet), submit, position);
   WriteUserData(pdu, text, position);
-  try {
-    pdu_text.assign(pdu.begin(), std::find(pdu.begin(), pdu.end(), u'\0'));
-  } catch (const std::exception&) {
-    return E_OUTOFMEMORY;
-  }
-  return S_OK;
+  const std::u16string_view encoded(pdu.data(), pdu.size());
+  return AssignText(pdu_text, encoded.substr(0, encoded.find(u'\0')));
 }
 
 void SmsSubmitPart::ClearSubmit() {

@@ -110,5 +110,11 @@ TEST(PduText, ALengthThatCannotBeHadIsReported) {
   EXPECT_EQ(text, u"a");
 }
 
+TEST(PduText, ACopyMayBePartOfTheText) {
+  std::u16string text = u"0123456789";
+  EXPECT_EQ(AssignText(text, std::u16string_view(text).substr(3, 4)), S_OK);
+  EXPECT_EQ(text, u"3456");
+}
+
 }  // namespace
 }  // namespace celldesk

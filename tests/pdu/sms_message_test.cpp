@@ -187,6 +187,31 @@ TEST(SmsMessage, FieldsDecodedBeforeAFailureKeepTheirNewValues) {
   EXPECT_EQ(message.pdu_text, u"04029121");
 }
 
+TEST(SmsMessage, ACutDeliverDecodesFromTheLeastThatItsTimestampNeeds) {
+  // The time stamp begins at octet 11 and needs 12 characters by the measure of characters less octets.
+  for (std::size_t length = 0; length <= kDeliver.size(); ++length) {
+    SmsMessage message = Message(kDeliver.substr(0, length), kReceivedRead);
+    EXPECT_EQ(message.Decode(), length >= 23 ? S_OK : E_FAIL) << length;
+  }
+}
+
+TEST(SmsMessage, ACutStatusReportDecodesFromTheLeastThatItsTimesNeed) {
+  // The second time stamp begins at octet 17.
+  for (std::size_t length = 0; length <= kReport.size(); ++length) {
+    SmsMessage message = Message(kReport.substr(0, length), kReceivedRead);
+    EXPECT_EQ(message.Decode(), length >= 29 ? S_OK : E_FAIL) << length;
+  }
+}
+
+TEST(SmsMessage, ACutSubmitDecodesFromTheLeastThatItsFieldsNeed) {
+  // The relative validity is octet 12, the length of the user data octet 13.
+  const std::u16string_view submit = u"11000C912460102143650000A702C834";
+  for (std::size_t length = 0; length <= submit.size(); ++length) {
+    SmsMessage message = Message(submit.substr(0, length), kStoredUnsent);
+    EXPECT_EQ(message.Decode(), length >= 15 ? S_OK : E_FAIL) << length;
+  }
+}
+
 TEST(SmsMessage, AReceivedSubmitIsNotHandled) {
   SmsMessage message = Message(u"11000C912460102143650000A702C834", kReceivedUnread);
   EXPECT_EQ(message.Decode(), E_NOTIMPL);
