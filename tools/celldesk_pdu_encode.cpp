@@ -143,7 +143,7 @@ Request ReadRequest(const std::vector<std::string>& arguments) {
   request.message.storage_status = kStoredUnsent;
   request.message.first_octet = kSubmitOctet;
   for (std::size_t position = 0; position < arguments.size() && request.error.empty();) {
-    const std::string name = arguments[position];
+    const std::string& name = arguments[position];
     if (!TakeArgument(request, arguments, position)) request.error = "unknown or incomplete option: " + name;
   }
   if (request.error.empty() && !(request.has_destination && request.has_text)) {

@@ -13,7 +13,8 @@ Status SmsPdu::ReadFirstOctet(std::size_t& position) {
   position = 0;
   std::uint8_t octet = 0;
   if (const Status status = ReadOctet(octet, pdu_text, position); Failed(status)) return status;
-  const std::ptrdiff_t surplus = static_cast<std::ptrdiff_t>(pdu_text.size()) - 2 * tpdu_length;
+  const std::ptrdiff_t surplus =
+      static_cast<std::ptrdiff_t>(pdu_text.size()) - 2 * std::ptrdiff_t{tpdu_length};
   if (surplus > 0) {
     position = static_cast<std::size_t>(surplus / 2);
     if (const Status status = ReadOctet(octet, pdu_text, position); Failed(status)) return status;
