@@ -54,6 +54,8 @@ class Application : public Object, public Waiter {
   /// Runs `work` from the message loop, after everything that waits now.
   void Post(std::function<void()> work);
   void Beep();
+  /// How often it sounded; for tests.
+  int beeps() const { return beeps_; }
   /// Keeps `object` until the next idle time, for what must outlive the call that gives it up.
   void FreeLater(std::unique_ptr<Object> object);
 
@@ -76,6 +78,7 @@ class Application : public Object, public Waiter {
  private:
   std::unique_ptr<NativeApplication> native_;
   std::vector<Accelerator> accelerators_;
+  int beeps_ = 0;
   std::vector<std::unique_ptr<Object>> free_later_;
   Window* current_view_ = nullptr;
   Dialog* modeless_dialog_ = nullptr;

@@ -8,6 +8,7 @@
 #include "ui/framework/dialog_template.h"
 #include "ui/framework/list_view.h"
 #include "ui/framework/window.h"
+#include "util/calendar_time.h"
 #include "util/edit_filter.h"
 
 namespace celldesk {
@@ -43,7 +44,7 @@ class Dialog : public Window {
 
   std::u16string Text(int id) const;
   void SetText(int id, std::u16string_view text);
-  /// Longest text that an edit field takes.
+  /// Longest text that an edit field or a memo takes from the user.
   void SetLimit(int id, int characters);
   void SetFilter(int id, EditFilter filter);
   bool IsChecked(int id) const;
@@ -54,7 +55,12 @@ class Dialog : public Window {
   void SetControlFont(int id, const FontSet& fonts, FontRole role);
   void FocusControl(int id);
 
-  /// Choice lists: entries with a number each.
+  /// Date and time fields, in seconds. A date that does not exist, or lies outside the range, is not shown.
+  CalendarTime Date(int id) const;
+  void SetDate(int id, const CalendarTime& time);
+  void SetDateRange(int id, const CalendarTime& first, const CalendarTime& last);
+
+  /// Choice lists: entries with a number each. A list in the dialog's command bar is one of them.
   void AddChoice(int id, std::u16string_view text, LongParameter data);
   void ClearChoices(int id);
   int ChoiceCount(int id) const;

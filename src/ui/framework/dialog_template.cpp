@@ -9,7 +9,7 @@
 namespace celldesk {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, ControlKind>, 15> kKinds = {{
+constexpr std::array<std::pair<std::string_view, ControlKind>, 17> kKinds = {{
     {"edit", ControlKind::kEdit},
     {"combo", ControlKind::kCombo},
     {"date", ControlKind::kDate},
@@ -23,7 +23,9 @@ constexpr std::array<std::pair<std::string_view, ControlKind>, 15> kKinds = {{
     {"line", ControlKind::kLine},
     {"image", ControlKind::kImage},
     {"bar", ControlKind::kBar},
+    {"quiet", ControlKind::kQuiet},
     {"column", ControlKind::kColumn},
+    {"band", ControlKind::kBand},
     {"button", ControlKind::kButton},
 }};
 
@@ -34,11 +36,12 @@ ControlKind KindOf(std::string_view word) {
   return ControlKind::kLine;
 }
 
-// "field ID KIND LABEL", "group TEXT", "column", and "KIND ID TEXT" for all others.
+// "field ID KIND LABEL", "beside ID KIND", "group TEXT", "column", "band", and "KIND ID TEXT" for all others.
 ControlTemplate ParseControl(std::string_view line) {
   const std::string_view word = TakeWord(line);
   ControlTemplate control;
-  if (word == "field") {
+  control.beside = word == "beside";
+  if (word == "field" || control.beside) {
     control.id = NumberOf(TakeWord(line));
     control.kind = KindOf(TakeWord(line));
   } else {

@@ -21,7 +21,9 @@ enum class ControlKind {
   kLine,
   kImage,
   kBar,
+  kQuiet,
   kColumn,
+  kBand,
   kButton
 };
 
@@ -30,6 +32,7 @@ struct ControlTemplate {
   ControlKind kind = ControlKind::kLine;
   int id = 0;
   std::u16string text;
+  bool beside = false;  ///< at the end of the row before
 };
 
 /// A dialog template: title and controls in tab order.

@@ -101,6 +101,9 @@ class Window : public Object {
   virtual FontRole ItemFont(std::size_t record);
   /// 26: the index of an item's image, -1 for none.
   virtual int ItemImage(std::size_t record);
+  /// 27: true for a record that Compare finds equal to any other because it has nothing to compare by. Among
+  /// records that are equal it stands last, in either direction: so sorting has one order to go by.
+  virtual bool SortsLast(std::size_t record);
 
   /// Sends a message through the window procedure. A detached window only does the default: nothing.
   virtual MessageResult Dispatch(Message message, WordParameter word, LongParameter parameter);

@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -16,6 +17,7 @@
 #include <QToolButton>
 
 #include "ui/framework/dialog.h"
+#include "ui/framework/qt/elided_label.h"
 #include "ui/framework/qt/qt_icons.h"
 #include "ui/framework/qt/qt_text.h"
 #include "util/text.h"
@@ -35,19 +37,31 @@ void SendChange(Window& dialog, int id, int index) {
                   reinterpret_cast<LongParameter>(&notification));
 }
 
+QString ShortDateAndTime() {
+  const QLocale locale;
+  return locale.dateFormat(QLocale::ShortFormat) + u' ' + locale.timeFormat(QLocale::ShortFormat);
+}
+
 class Builder {
  public:
   Builder(QWidget* page, Window& dialog, NativeDialog& native)
       : page_(page), dialog_(dialog), native_(native) {
     outer_ = new QVBoxLayout(page);
-    columns_ = new QHBoxLayout;
-    outer_->addLayout(columns_, 1);
-    AddColumn();
+    AddBand();
   }
 
   void Add(const ControlTemplate& control) {
+    if (control.beside) return AddBeside(control);
     switch (control.kind) {
+      case ControlKind::kBand:
+        EndColumn();
+        AddBand();
+        break;
+      case ControlKind::kQuiet:
+        AddQuiet(control);
+        break;
       case ControlKind::kColumn:
+        EndColumn();
         AddColumn();
         break;
       case ControlKind::kButton:
@@ -89,20 +103,32 @@ class Builder {
   void Finish() {
     if (fills_) {
       outer_->setContentsMargins(0, 0, 0, 0);
-    } else if (!has_memo_) {
-      grid_->setRowStretch(row_, 1);
+    } else {
+      EndColumn();
     }
   }
 
  private:
   static QString Text(const ControlTemplate& control) { return ToQt(control.text); }
 
+  // The room that is left goes to the list or memo; where there is none, to what is below the last row.
+  void EndColumn() {
+    if (!has_memo_) grid_->setRowStretch(row_, 1);
+    if (has_memo_) outer_->setStretchFactor(columns_, 1);
+  }
+
+  void AddBand() {
+    columns_ = new QHBoxLayout;
+    outer_->addLayout(columns_);
+    AddColumn();
+  }
+
   void AddColumn() {
-    if (grid_ != nullptr && !has_memo_) grid_->setRowStretch(row_, 1);
     grid_ = new QGridLayout;
     grid_->setColumnStretch(1, 1);
     columns_->addLayout(grid_, 1);
     row_ = 0;
+    has_memo_ = false;
   }
 
   void Register(const ControlTemplate& control, QWidget* widget) {
@@ -165,6 +191,27 @@ class Builder {
     grid_->setRowStretch(row_ - 1, 1);
   }
 
+  // A switch keeps its own width, then; anything else in the row before leaves the last place.
+  void AddBeside(const ControlTemplate& control) {
+    QWidget* before = grid_->itemAtPosition(row_ - 1, 0)->widget();
+    const bool is_switch = qobject_cast<QAbstractButton*>(before) != nullptr;
+    QWidget* widget = MakeField(control);
+    Register(control, widget);
+    if (grid_->itemAtPosition(row_ - 1, 2) != nullptr) {
+      grid_->removeWidget(before);
+      grid_->addWidget(before, row_ - 1, 0, 1, is_switch ? 1 : 2);
+    }
+    grid_->addWidget(widget, row_ - 1, is_switch ? 1 : 2, 1, is_switch ? 2 : 1);
+    if (is_switch) widget->setAccessibleName(static_cast<QAbstractButton*>(before)->text().remove(u'&'));
+  }
+
+  void AddQuiet(const ControlTemplate& control) {
+    auto* label = new ElidedLabel(Text(control));
+    label->setForegroundRole(QPalette::PlaceholderText);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    AddWide(control, label);
+  }
+
   void AddBrowse(const ControlTemplate& control) {
     auto* button = new QToolButton;
     button->setText(Text(control));
@@ -188,14 +235,13 @@ class Builder {
     if (control.kind == ControlKind::kDate) {
       auto* date = new QDateTimeEdit;
       date->setCalendarPopup(true);
+      date->setDisplayFormat(ShortDateAndTime());
       QObject::connect(date, &QDateTimeEdit::dateTimeChanged, page_,
                        [dialog, id] { SendChange(*dialog, id, -1); });
       return date;
     }
     if (control.kind == ControlKind::kText) {
-      auto* text = new QLabel;
-      text->setTextFormat(Qt::PlainText);
-      return text;
+      return new ElidedLabel;
     }
     auto* edit = new QLineEdit;
     QObject::connect(edit, &QLineEdit::textEdited, page_, [dialog, id] { SendChange(*dialog, id, -1); });

@@ -212,7 +212,11 @@ void Application::Post(std::function<void()> work) {
   QMetaObject::invokeMethod(native_.get(), std::move(work), Qt::QueuedConnection);
 }
 
-void Application::Beep() { QApplication::beep(); }
+void Application::Beep() {
+  ++beeps_;
+  QApplication::beep();
+}
+
 void Application::FreeLater(std::unique_ptr<Object> object) { free_later_.push_back(std::move(object)); }
 void Application::SetAccelerators(std::vector<Accelerator> table) { accelerators_ = std::move(table); }
 

@@ -1,5 +1,7 @@
 #include <QAction>
+#include <QComboBox>
 #include <QDialog>
+#include <QLabel>
 #include <QLayout>
 #include <QMainWindow>
 #include <QMenu>
@@ -8,6 +10,7 @@
 
 #include "ui/framework/application.h"
 #include "ui/framework/command_surface.h"
+#include "ui/framework/dialog.h"
 #include "ui/framework/menu_template.h"
 #include "ui/framework/qt/native.h"
 #include "ui/framework/qt/qt_icons.h"
@@ -17,6 +20,9 @@ namespace celldesk {
 namespace {
 
 constexpr int kTouchTarget = 32;
+constexpr int kFirstCommand = 2000;  // numbers below are controls
+constexpr int kListCharacters = 14;
+constexpr int kLabelMargin = 4;
 
 std::string_view IconName(int command) {
   switch (command) {
@@ -58,6 +64,28 @@ QString KeyText(int command) {
 void Discard(QObject* object) {
   object->setObjectName({});
   object->deleteLater();
+}
+
+// A choice list with its label, as a control of the dialog that the command bar belongs to.
+void AddChoiceList(QToolBar& bar, Window& owner, const CommandBarItem& item) {
+  auto* dialog = dynamic_cast<Dialog*>(&owner);
+  if (dialog == nullptr || dialog->controls() == nullptr) return;
+  const int id = item.command;
+  auto* list = new QComboBox;
+  list->setObjectName(QStringLiteral("control_%1").arg(id));
+  list->setAccessibleName(ToQt(item.tool_tip).remove(u':'));
+  list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  list->setMinimumContentsLength(kListCharacters);
+  QObject::connect(list, &QComboBox::activated, list, [dialog, id](int index) {
+    const Notification notification{NotifyCode::kChanged, index, -1};
+    dialog->Dispatch(Message::kNotify, static_cast<WordParameter>(id),
+                     reinterpret_cast<LongParameter>(&notification));
+  });
+  auto* label = new QLabel(ToQt(item.tool_tip));
+  label->setMargin(kLabelMargin);
+  bar.addWidget(label);
+  bar.addWidget(list);
+  dialog->controls()->controls.insert(id, list);
 }
 
 }  // namespace
@@ -116,6 +144,10 @@ void CommandSurface::SetCommandBar(int tool_tips) {
       continue;
     }
     first = false;
+    if (item.command < kFirstCommand) {
+      AddChoiceList(*native_->tool_bar, owner_, item);
+      continue;
+    }
     QAction* action = native_->tool_bar->addAction(IconOf(IconName(item.command)), ToQt(item.tool_tip));
     action->setObjectName(QStringLiteral("bar_%1").arg(item.command));
     action->setToolTip(ToQt(item.tool_tip));

@@ -16,6 +16,9 @@ namespace {
 
 std::function<void(Dialog& dialog)> modal_hook;
 
+// A dialog opens no larger than the smallest screen, as far as its controls allow.
+constexpr QSize kSmallestScreen(640, 240);
+
 // Escape and the window's close button are the Cancel command.
 class NativeDialogWindow : public QDialog {
  public:
@@ -81,6 +84,7 @@ int Dialog::RunModal(Window* owner, LongParameter parameter) {
   Attach(std::make_unique<NativeWindow>(&window), owner);
   controls_ = MakeControls(form, &window, *this);
   Dispatch(Message::kInitDialog, 0, parameter);
+  window.resize(window.sizeHint().boundedTo(kSmallestScreen));
   if (modal_hook)
     QMetaObject::invokeMethod(
         &window, [this] { modal_hook(*this); }, Qt::QueuedConnection);

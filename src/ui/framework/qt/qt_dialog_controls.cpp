@@ -1,10 +1,12 @@
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QTextBlock>
 #include <algorithm>
 
 #include "ui/framework/dialog.h"
@@ -47,6 +49,45 @@ class FilteredInput : public QObject {
   QLineEdit* field_;
 };
 
+// Keeps what a user types or pastes into a memo within its limit: what is too much of it goes again.
+class LimitedMemo : public QObject {
+ public:
+  LimitedMemo(QPlainTextEdit* memo, int limit) : QObject(memo), memo_(memo), limit_(limit) {
+    connect(memo->document(), &QTextDocument::contentsChange, this, [this](int position, int, int added) {
+      added_ = added;
+      end_ = position + added;
+    });
+    connect(memo, &QPlainTextEdit::textChanged, this, [this] { DropExcess(); });
+  }
+
+ private:
+  // The document's count holds the end of its last block, which is no character of the text.
+  int Length() const { return memo_->document()->characterCount() - 1; }
+
+  void DropExcess() {
+    int excess = std::min({Length() - limit_, added_, Length()});
+    if (excess <= 0 || !memo_->document()->isUndoAvailable()) return;
+    end_ = std::min(end_, Length());
+    if (memo_->document()->characterAt(end_ - excess).isLowSurrogate()) ++excess;
+    added_ = 0;
+    QTextCursor cursor(memo_->document());
+    cursor.joinPreviousEditBlock();
+    cursor.setPosition(end_ - excess);
+    cursor.setPosition(end_, QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    cursor.endEditBlock();
+  }
+
+  QPlainTextEdit* memo_;
+  int limit_;
+  int added_ = 0;
+  int end_ = 0;
+};
+
+QDateTime ToQt(const CalendarTime& time) {
+  return {QDate(time.year, time.month, time.day), QTime(time.hour, time.minute, time.second)};
+}
+
 }  // namespace
 
 std::u16string Dialog::Text(int id) const {
@@ -71,6 +112,7 @@ void Dialog::SetText(int id, std::u16string_view text) {
 
 void Dialog::SetLimit(int id, int characters) {
   if (auto* edit = Find<QLineEdit>(*this, id)) edit->setMaxLength(characters);
+  if (auto* memo = Find<QPlainTextEdit>(*this, id)) new LimitedMemo(memo, characters);
 }
 
 void Dialog::SetFilter(int id, EditFilter filter) {
@@ -106,6 +148,24 @@ void Dialog::SetControlFont(int id, const FontSet& fonts, FontRole role) {
 
 void Dialog::FocusControl(int id) {
   if (auto* widget = Find<QWidget>(*this, id)) widget->setFocus(Qt::OtherFocusReason);
+}
+
+CalendarTime Dialog::Date(int id) const {
+  const auto* edit = Find<QDateTimeEdit>(*this, id);
+  if (edit == nullptr) return {};
+  const QDate date = edit->date();
+  const QTime time = edit->time();
+  const auto field = [](int value) { return static_cast<std::uint16_t>(value); };
+  return {field(date.year()), field(date.month()),  field(date.dayOfWeek() % 7), field(date.day()),
+          field(time.hour()), field(time.minute()), field(time.second()),        0};
+}
+
+void Dialog::SetDate(int id, const CalendarTime& time) {
+  if (auto* edit = Find<QDateTimeEdit>(*this, id)) edit->setDateTime(ToQt(time));
+}
+
+void Dialog::SetDateRange(int id, const CalendarTime& first, const CalendarTime& last) {
+  if (auto* edit = Find<QDateTimeEdit>(*this, id)) edit->setDateTimeRange(ToQt(first), ToQt(last));
 }
 
 void Dialog::AddChoice(int id, std::u16string_view text, LongParameter data) {

@@ -158,7 +158,8 @@ void ListView::Sort() {
   std::vector<std::uint32_t> rows = native_->model->rows();
   const int direction = descending_ ? -1 : 1;
   std::stable_sort(rows.begin(), rows.end(), [&](std::uint32_t left, std::uint32_t right) {
-    return direction * owner_.Compare(left, right) < 0;
+    const int order = direction * owner_.Compare(left, right);
+    return order != 0 ? order < 0 : !owner_.SortsLast(left) && owner_.SortsLast(right);
   });
   native_->model->Reorder(std::move(rows));
 }
