@@ -34,15 +34,37 @@ Reply SignalQuality(Phone&, const Command& command) {
   return command.form == CommandForm::kExecute ? Ok({"+CSQ: 21,99"}) : Error();
 }
 
-Reply Registration(Phone& phone, const Command& command) {
-  if (command.form != CommandForm::kRead) return NumberSetting(command, phone.session.registration_notice, 2);
-  return Ok({"+CREG: " + std::to_string(phone.session.registration_notice) + ",1"});
+Reply ShowRegistration(const Command& command, int& notice) {
+  if (command.form != CommandForm::kRead) return NumberSetting(command, notice, 2);
+  return Ok({command.name + ": " + std::to_string(notice) + ",1" + (notice == 2 ? R"(,"0001","0001")" : "")});
 }
 
-Reply Operator(Phone&, const Command& command) {
-  if (command.form == CommandForm::kRead) return Ok({R"(+COPS: 0,0,"Loopback")"});
+Reply Registration(Phone& phone, const Command& command) {
+  return ShowRegistration(command, phone.session.registration_notice);
+}
+
+Reply PacketRegistration(Phone& phone, const Command& command) {
+  return ShowRegistration(command, phone.session.packet_registration_notice);
+}
+
+Reply PacketAttachment(Phone&, const Command& command) {
+  if (command.form == CommandForm::kRead) return Ok({"+CGATT: 0"});
+  if (command.form == CommandForm::kTest) return Ok({"+CGATT: (0)"});
+  return command.Number(0, kNoNumber) == 0 ? Ok() : PhoneError(kOperationNotSupported);
+}
+
+Reply Operator(Phone& phone, const Command& command) {
+  constexpr std::array<std::string_view, 3> kNames{"Loopback", "Loop", "00101"};
+  int& format = phone.session.operator_format;
+  if (command.form == CommandForm::kRead) {
+    return Ok(
+        {"+COPS: 0," + std::to_string(format) + ',' + Quoted(kNames[static_cast<std::size_t>(format)])});
+  }
   if (command.form == CommandForm::kTest) return Ok({R"(+COPS: (2,"Loopback","Loop","00101"),,(0-4),(0-2))"});
-  return command.form == CommandForm::kSet ? Ok() : Error();
+  const int wanted = command.Number(1, format);
+  if (command.form != CommandForm::kSet || wanted < 0 || wanted > 2) return PhoneError(kOperationNotAllowed);
+  format = wanted;
+  return Ok();
 }
 
 Reply Pin(Phone&, const Command& command) {
@@ -86,9 +108,11 @@ Reply Characters(Phone& phone, const Command& command) {
   return Ok();
 }
 
-constexpr std::array<CommandEntry, 10> kCommands{{{"+CMEE", ErrorLevel},
+constexpr std::array<CommandEntry, 12> kCommands{{{"+CMEE", ErrorLevel},
                                                   {"+CSQ", SignalQuality},
                                                   {"+CREG", Registration},
+                                                  {"+CGREG", PacketRegistration},
+                                                  {"+CGATT", PacketAttachment},
                                                   {"+COPS", Operator},
                                                   {"+CPIN", Pin},
                                                   {"+CFUN", Functionality},

@@ -43,6 +43,8 @@ struct Session {
   bool show_text_header = false;
   int message_service = 0;
   int registration_notice = 0;
+  int packet_registration_notice = 0;
+  int operator_format = 0;
   std::string phonebook = "SM";
   std::array<std::string, 3> message_memory{"SM", "SM", "SM"};  // read, write, receive
   std::array<int, 5> notification{};                            // +CNMI: mode, mt, bm, ds, bfr

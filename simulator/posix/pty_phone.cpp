@@ -64,6 +64,11 @@ bool PtyPhone::WaitFor(const std::function<bool(SimulatedPhone&)>& condition,
   return changed_.wait_for(lock, patience, [&] { return condition(phone_); });
 }
 
+bool PtyPhone::WaitUntilQuiet(std::chrono::milliseconds patience) {
+  std::unique_lock lock(mutex_);
+  return changed_.wait_for(lock, patience, [this] { return due_.empty(); });
+}
+
 void PtyPhone::Serve() {
   while (!stopping_) {
     std::array<pollfd, 3> sources{{{wake_.get(), POLLIN, 0},
@@ -76,6 +81,7 @@ void PtyPhone::Serve() {
     const std::lock_guard lock(mutex_);
     if (line_.open()) ReadLine();
     if (line_.open() && line_.LastClientLeft()) ForgetClient();
+    has_client_ = line_.open() && line_.has_client();
     WriteDue();
     changed_.notify_all();
   }

@@ -56,6 +56,10 @@ class PtyPhone {
   /// Waits until the condition holds for the phone; false when `patience` is over before. Any thread.
   [[nodiscard]] bool WaitFor(const std::function<bool(SimulatedPhone&)>& condition,
                              std::chrono::milliseconds patience = std::chrono::seconds(30));
+  /// Waits until everything the phone had to say is on the line (or lost, when nobody is there). Any thread.
+  [[nodiscard]] bool WaitUntilQuiet(std::chrono::milliseconds patience = std::chrono::seconds(30));
+  /// Whether a client has the device open, as far as the serving thread has noticed. Any thread.
+  bool has_client() const { return has_client_; }
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -88,6 +92,7 @@ class PtyPhone {
   std::thread thread_;
   bool blocked_ = false;  // the client reads too slowly; wait until it has
   std::atomic<bool> stopping_ = false;
+  std::atomic<bool> has_client_ = false;
 };
 
 }  // namespace celldesk::simulator
