@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "platform/line_parameters.h"
 #include "platform/registry_contract.h"
 #include "support/child_process.h"
 #include "support/temporary_folder.h"
@@ -72,6 +73,23 @@ TEST_F(QtRegistryTest, TheFileIsAsDocumented) {
             "COM1: = binary:1c00ff\n"
             "\n"
             "[CurrentUser/Other]\n");
+}
+
+TEST_F(QtRegistryTest, TheExampleOfTheDocumentIsReadWhole) {
+  std::ifstream document(CELLDESK_TEST_DATA "/../../docs/settings.md");
+  std::string text, line;
+  while (std::getline(document, line) && line != "## Example") continue;
+  while (std::getline(document, line) && line != "```") continue;
+  while (std::getline(document, line) && line != "```") text += line + "\n";
+  folder_.Write("settings.ini", text);
+  QtRegistry registry(Path());
+  const auto key = Key(registry);
+  EXPECT_EQ(key->Counts().values, 10U);
+  EXPECT_EQ(key->Query(u"Port"), StringData(u"COM1:"));
+  EXPECT_EQ(key->Query(u"Validity"), NumberData(167));
+  EXPECT_EQ(key->Query(u"COM1:"), BinaryData(LineParameters().ToBytes()));
+  EXPECT_EQ(Key(registry, u"\\Software\\Corvane\\CellDesk\\Ports")->Query(u"COM1:"),
+            StringData(u"link:Simulated phone"));
 }
 
 TEST_F(QtRegistryTest, WhatAPersonWroteIsReadAndKept) {
