@@ -17,7 +17,10 @@ struct Program::Machine {
   Machine(int& argument_count, char** arguments)
       : ports(registry),
         opener(ports),
-        application(argument_count, arguments, MachineServices{opener, threads, registry, locale, shell}) {}
+        application(argument_count, arguments, MachineServices{opener, threads, registry, locale, shell}) {
+    const char* trace = std::getenv("CELLDESK_TRACE");
+    if (trace != nullptr) application.link().set_trace(LineTrace::ToFile(trace));
+  }
 
   QtRegistry registry;
   PosixPortList ports;
