@@ -8,7 +8,6 @@ namespace celldesk {
 namespace {
 
 constexpr int kUnknownLimit = 40;
-constexpr int kUnqueriedCount = 125;
 
 bool IsFree(const AddressBook& book, int position, std::u16string_view own_id) {
   if (position >= book.count()) return true;
@@ -38,11 +37,6 @@ std::vector<std::u16string> AssignableIds(const AddressBook& book, std::u16strin
 Status PrepareNew(AddressBook& book, std::optional<int>& position) {
   position.reset();
   const int capacity = book.memory().Capacity();
-  if (capacity == 0) {
-    const Status status = book.Resize(kUnqueriedCount);
-    if (Failed(status)) return status;
-    book.MarkAll(AddressEntry::kModified);
-  }
   const Status status = book.Resize(capacity);
   if (Failed(status)) return status;
   const int free = book.FirstFree();

@@ -59,7 +59,6 @@ Status ItemAssignment::Reorder(std::span<const int> rows, AddressBook& reordered
 }
 
 void ItemAssignment::TakeOver(AddressBook& reordered, RowObserver& observer) {
-  book_.ClearAll();
   for (int position = 0; position < reordered.count(); ++position) {
     AddressEntry& entry = book_.At(position);
     entry = reordered.At(position);

@@ -107,6 +107,7 @@ TEST(QueryPhonebook, GoesOnWhenTheListOfMemoriesIsRefused) {
     < OK
   )");
   AddressBook book(u"ME", false);
+  book.memory().supported = u"(\"SM\")";
   EXPECT_EQ(QueryPhonebook(session.engine, book), S_OK);
   EXPECT_EQ(book.memory().supported, u"");
   EXPECT_EQ(book.memory().last, 50);

@@ -69,6 +69,8 @@ INSTANTIATE_TEST_SUITE_P(
                     NumberCase{R"(1,"112",129,"Doe, John")", u"112", 129, u"Doe, John"},
                     NumberCase{R"(1,"112",129,"Sophia",)", u"112", 129, u"Sophia"},
                     NumberCase{R"(1,"112",129,"Robert Fisher)", u"112", 129, u"Robert Fisher"},
+                    NumberCase{R"(1,"",,"No number")", u"", 0, u"No number"},
+                    NumberCase{R"(1,,129,"Nothing")", u"", 129, u"Nothing"},
                     NumberCase{R"(1,"112")", u"112", 0, u""}, NumberCase{"1", u"", 0, u""}));
 
 TEST(ReadPhonebook, ReadsInBlocksOf20) {

@@ -189,6 +189,16 @@ TEST(SmsService, HasRoomUntilEveryMemoryIsKnownToBeFull) {
   EXPECT_FALSE(session.service.HasRoom());
 }
 
+TEST(SmsService, ForgetsHowFullThePhoneBeforeWas) {
+  SmsSession session(Capabilities("\"SM\"") + Select("SM", "< +CPMS: 10,10,10,10\n< OK\n") +
+                     Capabilities("\"SM\""));
+  EXPECT_EQ(session.service.QueryCapabilities(), S_OK);
+  EXPECT_EQ(session.service.SelectMemory(0), S_OK);
+  EXPECT_FALSE(session.service.HasRoom());
+  EXPECT_EQ(session.service.QueryCapabilities(), S_OK);
+  EXPECT_TRUE(session.service.HasRoom());
+}
+
 TEST(SmsService, DoesNotTakeAStrangeCountForAFullMemory) {
   SmsSession session(Capabilities("\"SM\"") + Select("SM", "< +CPMS: ,,\n< OK\n") +
                      Select("SM", "< +CPMS: -5,10\n< OK\n") + Select("SR", "< +CPMS: 5,5\n< OK\n"));

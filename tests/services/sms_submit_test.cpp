@@ -73,6 +73,19 @@ TEST(SmsService, SendsThePduAloneWithTheAdapter) {
   EXPECT_EQ(session.service.Send(AddMessage(session.service, 27)), S_OK);
 }
 
+TEST(SmsService, LooksAtNoCentreWithTheAdapter) {
+  SubmitSession session(Select("SM") + "> AT+CMGS=16\\r\n" + Pdu("") + "< OK\n", u"+12345678901234567");
+  session.service.SetOptions(false, false, true, 0);
+  EXPECT_EQ(session.service.Send(AddMessage(session.service, 27)), S_OK);
+}
+
+TEST(SmsService, DropsStaleLinesBeforeItSends) {
+  SubmitSession session(Select("SM") + "> AT+CMGS=16\\r\n" + Pdu(kCentreField) + "< OK\n");
+  session.phone.Say("ERROR\r");
+  session.waiter.Pause(1ms);
+  EXPECT_EQ(session.service.Send(AddMessage(session.service, 27)), S_OK);
+}
+
 struct CentreCase {
   std::u16string_view number;
   const char* field;
