@@ -49,6 +49,9 @@ void AddressBookView::OnCommand(int command, LongParameter /*parameter*/) {
     case command::kDeleteAll:
       DeleteAll();
       break;
+    case command::kSendSms:
+      SendSms();
+      break;
     case command::kItemAssignment:
       ToggleItemAssignment();
       break;
@@ -80,13 +83,13 @@ void AddressBookView::OnInitMenuPopup(MenuState& menu, int index) {
 // Ids are put aside during item assignment: nothing may be written or edited before they are back.
 bool AddressBookView::IsCommandDisabled(int command, std::size_t selection_count) {
   switch (command) {
-    case command::kSendSms:
     case command::kImport:
     case command::kExport:
       return true;
     case command::kItemAssignment:
       return book_.count() == 0;
     case command::kOpen:
+    case command::kSendSms:
       return assignment_.active() || list().FocusedRow() < 0;
     case command::kDelete:
       return assignment_.active() || selection_count == 0;
@@ -191,6 +194,13 @@ void AddressBookView::DropRowsWithoutEntry() {
     const int position = static_cast<int>(list().RecordAt(row));
     if (position >= book_.count()) list().RemoveRow(row);
   }
+}
+
+void AddressBookView::SendSms() {
+  const int row = list().FocusedRow();
+  if (row < 0) return;
+  const AddressEntry& entry = book_.At(static_cast<int>(list().RecordAt(row)));
+  frame().ComposeMessage(entry.number, entry.name);
 }
 
 void AddressBookView::Delete() {

@@ -56,6 +56,7 @@ class AddressBookView : public FolderView, public PhonebookObserver {
   void EditAt(int position, const AddressEntry& start, int title);
   void Delete();
   void DeleteAll();
+  void SendSms();
   void LoadData();
   void Upload(bool selected_only);
   void ToggleItemAssignment();

@@ -33,6 +33,11 @@ class FolderView : public Dialog {
   /// True when local changes would be lost by leaving.
   virtual bool HasUnsavedChanges() const { return false; }
 
+  /// State of a command bar button; the menu's unless a folder says otherwise.
+  virtual bool IsButtonDisabled(int command, std::size_t selection_count) {
+    return IsCommandDisabled(command, selection_count);
+  }
+
   bool OnInitDialog(int focus, LongParameter parameter) override;
   MessageResult OnNotify(int control_id, const Notification& notification) override;
   MessageResult WindowProc(Message message, WordParameter word, LongParameter parameter) override;

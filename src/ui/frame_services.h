@@ -7,6 +7,7 @@
 
 namespace celldesk {
 
+class AddressBooks;
 class Window;
 
 /// What the main frame does for its folders. Borrowed from the frame for the folder's life.
@@ -15,6 +16,10 @@ class FrameServices {
   virtual ~FrameServices() = default;
   virtual Window& window() = 0;
   virtual const FontSet& fonts() const = 0;
+  /// Both address books, for numbers and names.
+  virtual const AddressBooks& address_books() const = 0;
+  /// Runs the message editor on a new message to this number; the name may be empty.
+  virtual void ComposeMessage(std::u16string_view number, std::u16string_view name) = 0;
   virtual bool IsConnected() const = 0;
   /// A phone procedure begins or ends; see PhoneProcedure.
   virtual void BeginProcedure(std::u16string_view status) = 0;

@@ -48,6 +48,7 @@ bool MainFrame::OnCreate(LongParameter /*parameter*/) {
   if (!MakeFonts()) return false;
   settings_ = SettingsStore(services_.registry).Load();
   last_port_ = settings_.port;
+  HandOverSettings();
   MakeFolders();
   Refresh();
   return true;
@@ -66,8 +67,11 @@ void MainFrame::MakeFolders() {
   const BookTraits phone{u"ME", false, text::kPhoneMemory};
   sim_ = std::make_unique<AddressBookView>(*this, services_, sim, labels[0]);
   phone_ = std::make_unique<AddressBookView>(*this, services_, phone, labels[1]);
-  inbox_ = std::make_unique<SmsFolderView>(*this, services_, SmsFolderView::Folder::kInbox, labels[2]);
-  outbox_ = std::make_unique<SmsFolderView>(*this, services_, SmsFolderView::Folder::kOutbox, labels[3]);
+  books_ = std::make_unique<AddressBooks>(sim_->book(), phone_->book());
+  inbox_ = std::make_unique<SmsFolderView>(*this, services_, SmsFolder::kInbox, labels[2]);
+  outbox_ = std::make_unique<SmsFolderView>(*this, services_, SmsFolder::kOutbox, labels[3]);
+  inbox_->SetSibling(*outbox_);
+  outbox_->SetSibling(*inbox_);
   pages_ =
       std::make_unique<PageHost>(*this, kTabs, PageHostStyle{.icon_list = false, .select_first_page = true});
   pages_->AddPage(labels[0], "address_sim", *sim_);
@@ -192,7 +196,9 @@ void MainFrame::Refresh() {
   if (!IsAttached() || pages_ == nullptr || pages_->CurrentPage() == nullptr) return;
   refresh_due_ = false;
   for (const int command : kFrameCommands) Surface().EnableButton(command, IsCommandEnabled(command));
-  for (const int command : kFolderButtons) Surface().EnableButton(command, IsCommandEnabled(command));
+  const std::size_t selected = current_folder().list().SelectedCount();
+  for (const int command : kFolderButtons)
+    Surface().EnableButton(command, !IsBusy() && !current_folder().IsButtonDisabled(command, selected));
   Surface().PressButton(command::kConnection, IsConnected());
   if (!IsBusy()) SetStatus(IdleStatus());
   ShowCounts();
@@ -249,6 +255,11 @@ bool MainFrame::OpenPort() {
   return false;
 }
 
+void MainFrame::HandOverSettings() {
+  services_.sms.SetOptions(settings_.delivery_report, settings_.reply_path, settings_.use_adapter,
+                           static_cast<std::uint8_t>(settings_.validity));
+}
+
 Status MainFrame::Detect() {
   Status status = services_.engine.DetectPhone();
   if (Failed(status)) return status;
@@ -269,8 +280,7 @@ void MainFrame::Connect() {
     const PhoneProcedure procedure(*this, Format(LoadString(text::kConnecting), {settings_.port}));
     opened = OpenPort();
     if (opened) {
-      services_.sms.SetOptions(settings_.delivery_report, settings_.reply_path, settings_.use_adapter,
-                               static_cast<std::uint8_t>(settings_.validity));
+      HandOverSettings();
       status = Detect();
       if (Failed(status)) static_cast<void>(services_.link.Close());
     }
@@ -319,6 +329,10 @@ void MainFrame::Exit() {
     static_cast<void>(services_.link.Close());
   }
   Destroy();
+}
+
+void MainFrame::ComposeMessage(std::u16string_view number, std::u16string_view name) {
+  outbox_->Compose({std::u16string(number), std::u16string(name), {}});
 }
 
 void MainFrame::ShowHelp() {

@@ -6,6 +6,7 @@
 
 #include "config/settings_store.h"
 #include "ui/address_book_view.h"
+#include "ui/address_books.h"
 #include "ui/frame_services.h"
 #include "ui/framework/frame_window.h"
 #include "ui/framework/page_host.h"
@@ -25,6 +26,8 @@ class MainFrame : public FrameWindow, public FrameServices {
 
   AddressBookView& sim_view() { return *sim_; }
   AddressBookView& phone_view() { return *phone_; }
+  SmsFolderView& inbox() { return *inbox_; }
+  SmsFolderView& outbox() { return *outbox_; }
   PageHost& pages() { return *pages_; }
   /// The folder that is shown.
   FolderView& current_folder();
@@ -46,6 +49,8 @@ class MainFrame : public FrameWindow, public FrameServices {
   bool IsBusy() const override { return busy_ > 0; }
   void ShowStatus(std::u16string_view text) override;
   void RefreshLater() override { refresh_due_ = true; }
+  const AddressBooks& address_books() const override { return *books_; }
+  void ComposeMessage(std::u16string_view number, std::u16string_view name) override;
   void RefreshIfDue() override;
 
  private:
@@ -58,6 +63,7 @@ class MainFrame : public FrameWindow, public FrameServices {
   void Exit();
   void ShowHelp();
   bool CheckCentre();
+  void HandOverSettings();
   bool OpenPort();
   Status Detect();
   bool MayLeave(bool exit);
@@ -72,6 +78,7 @@ class MainFrame : public FrameWindow, public FrameServices {
   std::u16string last_port_;
   std::unique_ptr<AddressBookView> sim_;
   std::unique_ptr<AddressBookView> phone_;
+  std::unique_ptr<AddressBooks> books_;
   std::unique_ptr<SmsFolderView> inbox_;
   std::unique_ptr<SmsFolderView> outbox_;
   std::unique_ptr<PageHost> pages_;

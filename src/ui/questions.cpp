@@ -15,11 +15,14 @@ void Tell(Window& owner, std::u16string_view text, BoxIcon icon) {
   ShowMessageBox(&owner, {std::u16string(text), {}, BoxButtons::kOk, icon, false});
 }
 
+std::u16string LastErrorText(AtEngine& engine) {
+  const std::u16string_view line = engine.response().text();
+  return line.empty() ? LoadString(text::kNoAnswer) : std::u16string(line);
+}
+
 void TellCommunicationError(Window& owner, AtEngine& engine) {
-  std::u16string line(engine.response().text());
-  if (line.empty()) line = LoadString(text::kNoAnswer);
-  ShowMessageBox(
-      &owner, {line, LoadString(text::kCommunicationError), BoxButtons::kOk, BoxIcon::kInformation, false});
+  ShowMessageBox(&owner, {LastErrorText(engine), LoadString(text::kCommunicationError), BoxButtons::kOk,
+                          BoxIcon::kInformation, false});
 }
 
 }  // namespace celldesk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "ui/framework/message_box.h"
@@ -15,8 +16,10 @@ bool Ask(Window& owner, std::u16string_view text, BoxIcon icon, bool default_no 
 /// Tells something with OK under the program's caption.
 void Tell(Window& owner, std::u16string_view text, BoxIcon icon);
 
-/// After a failed phone procedure: the phone's last line under "Communication error", or, when it never said
-/// anything, that it does not answer.
+/// The phone's last line, or, when it never said anything, that it does not answer.
+std::u16string LastErrorText(AtEngine& engine);
+
+/// After a failed phone procedure: LastErrorText under "Communication error".
 void TellCommunicationError(Window& owner, AtEngine& engine);
 
 }  // namespace celldesk
