@@ -201,7 +201,9 @@ Status SmsService::WaitSubmitted() {
 Status SmsService::UploadAll() {
   Status status = S_OK;
   for (int position = 0; position < messages_.count() && !Failed(status); ++position) {
-    if ((messages_.At(position).flags & kMessageChanged) != 0) status = UploadRecord(position);
+    if ((messages_.At(position).flags & kMessageChanged) == 0) continue;
+    status = UploadRecord(position);
+    if (view_ != nullptr) view_->RowRead(position);
   }
   return status;
 }

@@ -40,8 +40,8 @@ class SmsService : public Object {
   Status SetCentre(std::u16string_view number);
   /// `validity` is a relative validity period. With `adapter` a message is sent without the centre's address.
   void SetOptions(bool delivery_report, bool reply_path, bool adapter, std::uint8_t validity);
-  /// Who decides after a failure (empty: the upload stops), and the view that is repainted then (may be
-  /// null); both are kept until the next call.
+  /// Who decides after a failure (empty: the upload stops), and the view that is repainted then and told of
+  /// each record that the upload is done with (may be null); both are kept until the next call.
   void SetProgress(Question question, RowObserver* view);
 
   /// The centre's digits without the "+".
