@@ -6,8 +6,8 @@
 
 namespace celldesk {
 
-/// The bytes of a compiled-in file by its name ("menus.txt", "icons/new.svg"); empty when there is none. They live
-/// as long as the program.
+/// The bytes of a compiled-in file by its name ("menus.txt", "icons/new.svg"); empty when there is none. They
+/// live as long as the program.
 std::string_view FindResource(std::string_view name);
 
 /// The string resource of this number; empty when there is none.

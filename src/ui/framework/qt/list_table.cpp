@@ -5,6 +5,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
+#include <algorithm>
+#include <utility>
 
 #include "ui/framework/list_view.h"
 #include "ui/framework/window.h"
@@ -14,10 +16,45 @@ namespace {
 
 constexpr int kOpenCommand = 2006;
 constexpr int kRowPadding = 6;
+constexpr int kIcon = 14, kGap = 2;
+constexpr double kSmallestFont = 0.7;
+
+// The font in which `text` fits into `width`: narrow columns rather shrink a memory's name or an index than
+// cut it.
+QFont FittingFont(QFont font, const QString& text, int width) {
+  const int wanted = QFontMetrics(font).horizontalAdvance(text);
+  const double factor = wanted <= width ? 1.0 : static_cast<double>(width) / wanted;
+  if (factor < 1.0) {
+    font.setPixelSize(static_cast<int>(QFontInfo(font).pixelSize() * std::max(factor, kSmallestFont)));
+  }
+  return font;
+}
 
 class RowDelegate : public QStyledItemDelegate {
  public:
   explicit RowDelegate(ListTable* table) : QStyledItemDelegate(table), table_(table) {}
+
+  // The first column holds an icon and a short text in little room.
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QStyleOptionViewItem item(option);
+    initStyleOption(&item, index);
+    if (item.icon.isNull()) return QStyledItemDelegate::paint(painter, option, index);
+    const QIcon icon = std::exchange(item.icon, {});
+    const QString text = std::exchange(item.text, {});
+    item.features.setFlag(QStyleOptionViewItem::HasDecoration, false);
+    table_->style()->drawControl(QStyle::CE_ItemViewItem, &item, painter, table_);
+    const bool selected = item.state.testFlag(QStyle::State_Selected);
+    const QRect room = item.rect.adjusted(kGap, 0, 0, 0);
+    icon.paint(painter, QRect(room.topLeft(), QSize(kIcon, room.height())), Qt::AlignCenter,
+               selected ? QIcon::Selected : QIcon::Normal);
+    const QRect text_room = room.adjusted(kIcon + kGap, 0, -1, 0);
+    painter->save();
+    painter->setPen(item.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setFont(FittingFont(item.font, text, text_room.width()));
+    painter->drawText(text_room, Qt::AlignVCenter | Qt::AlignLeft,
+                      painter->fontMetrics().elidedText(text, Qt::ElideRight, text_room.width()));
+    painter->restore();
+  }
 
  protected:
   // The whole row is hot, and the focus frame is the row's, not a cell's.
@@ -57,6 +94,7 @@ ListTable::ListTable(ListView& list, QWidget* parent) : QTableView(parent), list
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
   horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setStretchLastSection(true);
   horizontalHeader()->setSectionsClickable(true);
   horizontalHeader()->setMinimumSectionSize(16);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QWidget>
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -43,8 +44,9 @@ struct NativeDialog {
 };
 
 struct NativeList {
-  ListModel* model = nullptr;  // owned by table
-  QPointer<ListTable> table;   // owned by its dialog's widget
+  std::uint16_t last_width = 0;  // of the last column, as it was set
+  ListModel* model = nullptr;    // owned by table
+  QPointer<ListTable> table;     // owned by its dialog's widget
 };
 
 struct NativeHost {

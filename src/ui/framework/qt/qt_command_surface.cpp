@@ -96,6 +96,8 @@ CommandSurface::CommandSurface(Window& owner) : owner_(owner), native_(std::make
   auto* main_window = qobject_cast<QMainWindow*>(widget);
   native_->menu_bar = main_window != nullptr ? main_window->menuBar() : new QMenuBar(widget);
   native_->menu_bar->setNativeMenuBar(false);
+  // As high as the buttons beside them, for a pen.
+  native_->menu_bar->setStyleSheet(QStringLiteral("QMenuBar::item { padding: 9px 10px; }"));
   native_->tool_bar = new QToolBar(native_->menu_bar);
   native_->tool_bar->setIconSize({24, 24});
   native_->menu_bar->setCornerWidget(native_->tool_bar, Qt::TopRightCorner);

@@ -33,25 +33,29 @@ ListView::ListView(Window& owner, int id) : owner_(owner), id_(id), native_(std:
 ListView::~ListView() { delete native_->table.data(); }
 
 void ListView::BuildColumns(int specification) {
-  native_->model->SetColumns(ParseColumns(LoadString(specification)));
-  for (int i = 0; i < ColumnCount(); ++i) {
-    native_->table->setColumnWidth(i, native_->model->columns()[static_cast<std::size_t>(i)].width);
-  }
+  const std::vector<ColumnSpec> columns = ParseColumns(LoadString(specification));
+  native_->model->SetColumns(columns);
+  std::vector<std::uint16_t> widths;
+  for (const ColumnSpec& column : columns) widths.push_back(static_cast<std::uint16_t>(column.width));
+  SetWidths(widths);
 }
 
 int ListView::ColumnCount() const { return native_->model->columnCount({}); }
 
+// The last column fills what the window has left; its own width is the one it was given.
 std::vector<std::uint16_t> ListView::Widths() const {
   std::vector<std::uint16_t> widths;
   for (int i = 0; i < ColumnCount(); ++i) {
     widths.push_back(static_cast<std::uint16_t>(native_->table->columnWidth(i)));
   }
+  if (!widths.empty()) widths.back() = native_->last_width;
   return widths;
 }
 
 void ListView::SetWidths(const std::vector<std::uint16_t>& widths) {
   const int count = std::min(ColumnCount(), static_cast<int>(widths.size()));
   for (int i = 0; i < count; ++i) native_->table->setColumnWidth(i, widths[static_cast<std::size_t>(i)]);
+  if (count > 0 && count == ColumnCount()) native_->last_width = widths[static_cast<std::size_t>(count) - 1];
 }
 
 void ListView::SetImages(const std::vector<std::string_view>& icons) {
