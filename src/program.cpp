@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "link/line_trace.h"
+#include "platform/posix/posix_port_inspector.h"
 #include "platform/posix/posix_port_list.h"
 #include "platform/posix/posix_serial_port.h"
 #include "platform/posix/posix_thread.h"
@@ -17,7 +18,8 @@ struct Program::Machine {
   Machine(int& argument_count, char** arguments)
       : ports(registry),
         opener(ports),
-        application(argument_count, arguments, MachineServices{opener, threads, registry, locale, shell}) {
+        application(argument_count, arguments,
+                    MachineServices{opener, threads, registry, locale, shell, ports, inspector}) {
     const char* trace = std::getenv("CELLDESK_TRACE");
     if (trace != nullptr) application.link().set_trace(LineTrace::ToFile(trace));
   }
@@ -25,6 +27,7 @@ struct Program::Machine {
   QtRegistry registry;
   PosixPortList ports;
   PosixPortOpener opener;
+  PosixPortInspector inspector;
   PosixThreadStarter threads;
   QtLocale locale;
   QtShell shell;

@@ -26,8 +26,9 @@ CellDeskApplication::~CellDeskApplication() = default;
 bool CellDeskApplication::InitInstance(std::u16string_view /*command_line*/, bool /*show*/) {
   if (!RegisterWindowClass()) return false;
   SetAccelerators(LoadAccelerators(kAccelerators));
-  frame_ = std::make_unique<MainFrame>(
-      ProgramServices{link_, engine_, sms_, machine_.registry, machine_.locale, machine_.shell});
+  frame_ = std::make_unique<MainFrame>(ProgramServices{link_, engine_, sms_, machine_.registry,
+                                                       machine_.locale, machine_.shell, machine_.port_list,
+                                                       machine_.port_inspector});
   return frame_->Create(LoadString(text::kCaption));
 }
 

@@ -11,6 +11,8 @@
 namespace celldesk {
 
 class Locale;
+class PortInspector;
+class PortList;
 class Registry;
 class SerialPortOpener;
 class Shell;
@@ -23,6 +25,8 @@ struct MachineServices {
   Registry& registry;
   const Locale& locale;
   Shell& shell;
+  PortList& port_list;
+  PortInspector& port_inspector;
   /// Lets time pass in phone procedures; null is the application itself.
   Waiter* waiter = nullptr;
 };

@@ -11,6 +11,7 @@
 #include "ui/framework/token_list.h"
 #include "ui/questions.h"
 #include "ui/resources/resources.h"
+#include "ui/settings_dialog.h"
 
 namespace celldesk {
 namespace {
@@ -117,6 +118,9 @@ void MainFrame::RunCommand(int command, LongParameter parameter) {
     case command::kConnection:
       ToggleConnection();
       return;
+    case command::kSettings:
+      EditSettings();
+      return;
     case command::kAbout:
       Dialog(kAboutTemplate).RunModal(this);
       return;
@@ -160,11 +164,10 @@ bool MainFrame::IsCommandEnabled(int command) {
     case command::kUpload:
       return IsConnected() && !folder.IsCommandDisabled(command, folder.list().SelectedCount());
     case command::kConnection:
+    case command::kSettings:
     case command::kAbout:
     case command::kExit:
       return true;
-    case command::kSettings:
-      return false;
     default:
       return !folder.IsCommandDisabled(command, folder.list().SelectedCount());
   }
@@ -290,12 +293,14 @@ void MainFrame::Connect() {
   if (Failed(status)) Tell(*this, LoadString(text::kNoPhone), BoxIcon::kStop);
 }
 
+void MainFrame::ClosePort() {
+  const PhoneProcedure procedure(*this, LoadString(text::kDisconnecting));
+  static_cast<void>(services_.link.Close());
+}
+
 void MainFrame::Disconnect() {
   if (!IsConnected() || !MayLeave(false)) return;
-  {
-    const PhoneProcedure procedure(*this, LoadString(text::kDisconnecting));
-    static_cast<void>(services_.link.Close());
-  }
+  ClosePort();
   current_folder().Dispatch(Message::kActivate, 1, 0);
 }
 
@@ -305,6 +310,21 @@ void MainFrame::ToggleConnection() {
   } else {
     Connect();
   }
+}
+
+// What the dialog saved holds even where the registry did not take it.
+void MainFrame::EditSettings() {
+  settings_ = SettingsStore(services_.registry).Load();
+  SettingsDialog dialog(services_);
+  if (dialog.RunModal(this) != kIdOk) return;
+  settings_ = dialog.settings();
+  if (!CheckCentre()) return;
+  HandOverSettings();
+  if (settings_.port == last_port_) return;
+  last_port_ = settings_.port;
+  if (!IsConnected()) return;
+  ClosePort();
+  Connect();
 }
 
 bool MainFrame::MayLeaveBook(const AddressBookView& view) {
@@ -324,10 +344,7 @@ bool MainFrame::MayLeave(bool exit) {
 void MainFrame::Exit() {
   if (!MayLeave(true)) return;
   current_folder().OnLeavePage();
-  if (IsConnected()) {
-    const PhoneProcedure procedure(*this, LoadString(text::kDisconnecting));
-    static_cast<void>(services_.link.Close());
-  }
+  if (IsConnected()) ClosePort();
   Destroy();
 }
 

@@ -60,6 +60,8 @@ class MainFrame : public FrameWindow, public FrameServices {
   void Connect();
   void Disconnect();
   void ToggleConnection();
+  void ClosePort();
+  void EditSettings();
   void Exit();
   void ShowHelp();
   bool CheckCentre();

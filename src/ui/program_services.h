@@ -5,6 +5,8 @@ namespace celldesk {
 class AtEngine;
 class Locale;
 class PhoneLink;
+class PortInspector;
+class PortList;
 class Registry;
 class Shell;
 class SmsService;
@@ -17,6 +19,8 @@ struct ProgramServices {
   Registry& registry;
   const Locale& locale;
   Shell& shell;
+  PortList& port_list;
+  PortInspector& port_inspector;
 };
 
 }  // namespace celldesk

@@ -7,6 +7,7 @@
 
 #include "platform/shell.h"
 #include "support/fake_locale.h"
+#include "support/fake_port_list.h"
 #include "support/fake_registry.h"
 #include "support/fake_thread.h"
 #include "support/manual_waiter.h"
@@ -63,6 +64,8 @@ class WindowSession {
   FakeRegistry registry;
   FakeLocale locale;
   FakeShell shell;
+  FakePortList port_list;
+  FakePortInspector port_inspector;
   FakeThreadStarter threads;
   ManualWaiter waiter;
   SimulatedLine line;

@@ -9,9 +9,10 @@
 namespace celldesk {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, ControlKind>, 17> kKinds = {{
+constexpr std::array<std::pair<std::string_view, ControlKind>, 18> kKinds = {{
     {"edit", ControlKind::kEdit},
     {"combo", ControlKind::kCombo},
+    {"editcombo", ControlKind::kEditCombo},
     {"date", ControlKind::kDate},
     {"text", ControlKind::kText},
     {"browse", ControlKind::kBrowse},

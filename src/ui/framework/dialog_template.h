@@ -10,6 +10,7 @@ namespace celldesk {
 enum class ControlKind {
   kEdit,
   kCombo,
+  kEditCombo,
   kDate,
   kText,
   kBrowse,

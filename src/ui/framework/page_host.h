@@ -37,6 +37,8 @@ class PageHost {
   bool Select(int index);
   /// After the last AddPage: shows the first page where the style says so.
   void Start();
+  /// Makes the pages that were not shown yet, for messages that go to every page.
+  void CreatePages();
 
   Window& owner() const { return owner_; }
   NativeHost* native() const { return native_.get(); }

@@ -101,10 +101,10 @@ class Builder {
   }
 
   void Finish() {
-    if (fills_) {
-      outer_->setContentsMargins(0, 0, 0, 0);
-    } else {
+    if (!fills_) {
       EndColumn();
+    } else if (buttons_ == nullptr) {
+      outer_->setContentsMargins(0, 0, 0, 0);
     }
   }
 
@@ -222,15 +222,28 @@ class Builder {
     grid_->addWidget(button, row_ - 1, 2);
   }
 
+  QComboBox* MakeCombo(const ControlTemplate& control) {
+    const int id = control.id;
+    Window* dialog = &dialog_;
+    auto* combo = new QComboBox;
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    QObject::connect(combo, &QComboBox::activated, page_,
+                     [dialog, id](int index) { SendChange(*dialog, id, index); });
+    if (control.kind == ControlKind::kEditCombo) {
+      combo->setEditable(true);
+      combo->setInsertPolicy(QComboBox::NoInsert);
+      combo->setCompleter(nullptr);
+      QObject::connect(combo->lineEdit(), &QLineEdit::textEdited, page_,
+                       [dialog, id] { SendChange(*dialog, id, -1); });
+    }
+    return combo;
+  }
+
   QWidget* MakeField(const ControlTemplate& control) {
     const int id = control.id;
     Window* dialog = &dialog_;
-    if (control.kind == ControlKind::kCombo) {
-      auto* combo = new QComboBox;
-      combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-      QObject::connect(combo, &QComboBox::activated, page_,
-                       [dialog, id](int index) { SendChange(*dialog, id, index); });
-      return combo;
+    if (control.kind == ControlKind::kCombo || control.kind == ControlKind::kEditCombo) {
+      return MakeCombo(control);
     }
     if (control.kind == ControlKind::kDate) {
       auto* date = new QDateTimeEdit;

@@ -22,11 +22,19 @@ Control* Find(const Dialog& dialog, int id) {
                                       : dynamic_cast<Control*>(dialog.controls()->controls.value(id));
 }
 
+// The line that a user types into: an edit field, or that of a choice list.
+QLineEdit* FindLine(const Dialog& dialog, int id) {
+  if (const auto* combo = Find<QComboBox>(dialog, id)) return combo->lineEdit();
+  return Find<QLineEdit>(dialog, id);
+}
+
 // Drops typed and pasted characters that the field does not take.
 class FilteredInput : public QObject {
  public:
   FilteredInput(EditFilter filter, QLineEdit* field) : QObject(field), filter_(filter), field_(field) {
     field->installEventFilter(this);
+    // A choice list hands the keys to its line itself.
+    if (QWidget* list = field->focusProxy()) list->installEventFilter(this);
     connect(field, &QLineEdit::textEdited, this, [this](const QString& text) { DropForeign(text); });
   }
 
@@ -101,7 +109,7 @@ std::u16string Dialog::Text(int id) const {
 
 // The limit is the typist's: a longer text that is there already is shown whole.
 void Dialog::SetText(int id, std::u16string_view text) {
-  if (auto* edit = Find<QLineEdit>(*this, id)) {
+  if (auto* edit = FindLine(*this, id)) {
     edit->setMaxLength(std::max(edit->maxLength(), static_cast<int>(text.size())));
     edit->setText(ToQt(text));
   }
@@ -111,13 +119,13 @@ void Dialog::SetText(int id, std::u16string_view text) {
 }
 
 void Dialog::SetLimit(int id, int characters) {
-  if (auto* edit = Find<QLineEdit>(*this, id)) edit->setMaxLength(characters);
+  if (auto* edit = FindLine(*this, id)) edit->setMaxLength(characters);
   if (auto* memo = Find<QPlainTextEdit>(*this, id)) new LimitedMemo(memo, characters);
 }
 
 void Dialog::SetFilter(int id, EditFilter filter) {
   if (filter == EditFilter::kNone) return;
-  if (auto* edit = Find<QLineEdit>(*this, id)) new FilteredInput(filter, edit);
+  if (auto* edit = FindLine(*this, id)) new FilteredInput(filter, edit);
 }
 
 bool Dialog::IsChecked(int id) const {

@@ -87,6 +87,12 @@ void PageHost::Start() {
   if (style_.select_first_page && !pages_.empty()) Select(0);
 }
 
+void PageHost::CreatePages() {
+  for (Dialog* page : pages_) {
+    if (!page->IsAttached()) static_cast<void>(page->CreatePage(*this));
+  }
+}
+
 int PageHost::PageCount() const { return static_cast<int>(pages_.size()); }
 int PageHost::Current() const { return current_; }
 Dialog* PageHost::CurrentPage() const { return PageAt(current_); }
