@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "ui/framework/list_view.h"
+#include "ui/framework/qt/native.h"
 #include "ui/framework/window.h"
 
 namespace celldesk {
@@ -69,6 +70,7 @@ class RowDelegate : public QStyledItemDelegate {
 };
 
 void Notify(ListView& list, NotifyCode code, const QModelIndex& index = {}) {
+  if (!list.native()->ready) return;
   const Notification notification{code, index.row(), index.column()};
   list.owner().Dispatch(Message::kNotify, static_cast<WordParameter>(list.id()),
                         reinterpret_cast<LongParameter>(&notification));

@@ -47,6 +47,7 @@ struct NativeList {
   std::uint16_t last_width = 0;  // of the last column, as it was set
   ListModel* model = nullptr;    // owned by table
   QPointer<ListTable> table;     // owned by its dialog's widget
+  bool ready = false;            // before that the owner does not know the list and is told nothing
 };
 
 struct NativeHost {

@@ -28,6 +28,7 @@ ListView::ListView(Window& owner, int id) : owner_(owner), id_(id), native_(std:
   if (place != nullptr) place->setFocusProxy(native_->table);
   QObject::connect(native_->table->horizontalHeader(), &QHeaderView::sectionClicked, native_->table,
                    [this](int column) { OnHeaderClick(column); });
+  native_->ready = true;
 }
 
 ListView::~ListView() { delete native_->table.data(); }
