@@ -87,7 +87,7 @@ std::u16string GeneralPage::PortState() const {
   const auto port = FindPort(listed_, selected_);
   if (missing_ > 0 || port == listed_.end()) return Format(LoadString(kGoneText), {selected_});
   if (services_.link.IsOpen() && services_.link.port_name() == selected_)
-    return Format(LoadString(kConnectedText), {selected_, port->device});
+    return Format(LoadString(kConnectedText), {port->device, selected_});
   return DescribeObstacle(*port);
 }
 
@@ -107,7 +107,7 @@ std::u16string GeneralPage::DescribeObstacle(const PortInfo& port) const {
     case PortObstacle::Kind::kNone:
       break;
   }
-  return Format(LoadString(kReadyText), {port.name, port.device});
+  return Format(LoadString(kReadyText), {port.device, port.name});
 }
 
 // A change of the selected port forgets the open one for the rest of the dialog.

@@ -26,6 +26,8 @@ namespace celldesk {
 namespace {
 
 constexpr int kImageHeight = 64;
+// A choice list shows at least this much of its texts.
+constexpr int kShownCharacters = 12;
 
 void SendCommand(Window& dialog, int id) {
   dialog.Dispatch(Message::kCommand, static_cast<WordParameter>(id), 0);
@@ -227,6 +229,7 @@ class Builder {
     Window* dialog = &dialog_;
     auto* combo = new QComboBox;
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(kShownCharacters);
     QObject::connect(combo, &QComboBox::activated, page_,
                      [dialog, id](int index) { SendChange(*dialog, id, index); });
     if (control.kind == ControlKind::kEditCombo) {
