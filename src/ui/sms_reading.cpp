@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint8_t kSeptet = 0x7F;
 
 // Characters before the first change that fit the line with it.
-constexpr std::size_t kLeadShown = 24;
+constexpr std::size_t kLeadShown = 8;
 
 }  // namespace
 

@@ -204,6 +204,7 @@ class Builder {
       grid_->addWidget(before, row_ - 1, 0, 1, is_switch ? 1 : 2);
     }
     grid_->addWidget(widget, row_ - 1, is_switch ? 1 : 2, 1, is_switch ? 2 : 1);
+    if (control.kind == ControlKind::kText) widget->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     if (is_switch) widget->setAccessibleName(static_cast<QAbstractButton*>(before)->text().remove(u'&'));
   }
 
