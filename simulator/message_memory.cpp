@@ -3,6 +3,12 @@
 #include <algorithm>
 
 namespace celldesk::simulator {
+namespace {
+
+constexpr int kHighestPlace = 65535;
+constexpr int kNoPlace = -1;
+
+}  // namespace
 
 std::vector<std::string> MessageMemory::Names(const Phone& phone) {
   std::vector<std::string> names;
@@ -52,9 +58,14 @@ std::vector<int> MessageMemory::Indexes() const {
   return indexes;
 }
 
+int MessageMemory::PlaceOf(const Part& part, int index) {
+  const long long place = static_cast<long long>(index) - part.shift;
+  return place < 0 || place > kHighestPlace ? kNoPlace : static_cast<int>(place);
+}
+
 StoredMessage* MessageMemory::Find(int index) const {
   for (const Part& part : parts_) {
-    const auto found = part.store->messages.find(index - part.shift);
+    const auto found = part.store->messages.find(PlaceOf(part, index));
     if (found != part.store->messages.end() && Shows(part, found->first)) return &found->second;
   }
   return nullptr;
@@ -73,7 +84,7 @@ std::optional<int> MessageMemory::Add(StoredMessage message) {
 
 bool MessageMemory::Remove(int index) {
   for (const Part& part : parts_) {
-    const int place = index - part.shift;
+    const int place = PlaceOf(part, index);
     if (Shows(part, place) && part.store->messages.erase(place) == 1) return true;
   }
   return false;

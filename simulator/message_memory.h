@@ -36,6 +36,7 @@ class MessageMemory {
   };
 
   void AddPart(Phone& phone, MessageStore& store);
+  static int PlaceOf(const Part& part, int index);
   static bool Shows(const Part& part, int place);
   static bool HasRoom(const Part& part);
 

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,7 +56,7 @@ struct ProfileInfo {
 };
 
 /// Every profile there is, "default" first.
-const std::vector<ProfileInfo>& Profiles();
+std::span<const ProfileInfo> Profiles();
 
 /// The profile of one name or of several joined with commas, their habits added up; nothing for an unknown
 /// name.

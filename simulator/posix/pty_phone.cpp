@@ -107,7 +107,7 @@ void PtyPhone::ReadLine() {
   NoteChange();
 }
 
-void PtyPhone::Queue(std::vector<Emission> emissions, std::size_t received) {
+void PtyPhone::Queue(const std::vector<Emission>& emissions, std::size_t received) {
   Clock::time_point time = due_.empty() ? Clock::now() : std::max(Clock::now(), due_.back().time);
   for (Emission& emission : Pace(emissions, options_.baud, received)) {
     time += std::chrono::milliseconds(emission.delay_ms);

@@ -69,7 +69,7 @@ class PtyPhone {
     Emission emission;
   };
 
-  void Queue(std::vector<Emission> emissions, std::size_t received);
+  void Queue(const std::vector<Emission>& emissions, std::size_t received);
   void ReadLine();
   void ForgetClient();
   void WriteDue();

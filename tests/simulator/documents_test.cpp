@@ -29,7 +29,8 @@ TEST(Documents, NameEveryProfileAndFault) {
     EXPECT_NE(text.find("| `" + std::string(info.name) + "` | " + std::string(info.description)), text.npos)
         << info.name;
   }
-  for (const std::string& kind : FaultKindNames()) EXPECT_NE(text.find("| `" + kind + "` |"), text.npos) << kind;
+  for (const std::string& kind : FaultKindNames())
+    EXPECT_NE(text.find("| `" + kind + "` |"), text.npos) << kind;
 }
 
 TEST(Documents, NameEveryExtendedCommand) {

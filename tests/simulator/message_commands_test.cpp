@@ -82,6 +82,8 @@ TEST(MessageCommands, AnswersEachAsItShould) {
       {"AT+CMGR=3", CmsError(321)},
       {"AT+CMGR=-1", CmsError(321)},
       {"AT+CMGR=x", CmsError(321)},
+      {"AT+CMGR=2147483647", CmsError(321)},
+      {"AT+CMGR=-2147483648", CmsError(321)},
       {"AT+CMGD=?", Answer({"+CMGD: (1,2,4,7),(0-4)"})},
       {"AT+CMGD=3", CmsError(321)},
       {"AT+CMGD=1,5", CmsError(302)},
