@@ -6,7 +6,9 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QProxyStyle>
 #include <QToolBar>
+#include <algorithm>
 
 #include "ui/framework/application.h"
 #include "ui/framework/command_surface.h"
@@ -88,6 +90,16 @@ void AddChoiceList(QToolBar& bar, Window& owner, const CommandBarItem& item) {
   dialog->controls()->controls.insert(id, list);
 }
 
+// Menu titles as high as the buttons beside them, for a pen.
+class MenuBarStyle : public QProxyStyle {
+ public:
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                         const QWidget* widget) const override {
+    const QSize usual = QProxyStyle::sizeFromContents(type, option, size, widget);
+    return type == CT_MenuBarItem ? QSize(usual.width(), std::max(usual.height(), kTouchTarget)) : usual;
+  }
+};
+
 }  // namespace
 
 // Menus and buttons share one row: small screens have no height to spare.
@@ -96,8 +108,9 @@ CommandSurface::CommandSurface(Window& owner) : owner_(owner), native_(std::make
   auto* main_window = qobject_cast<QMainWindow*>(widget);
   native_->menu_bar = main_window != nullptr ? main_window->menuBar() : new QMenuBar(widget);
   native_->menu_bar->setNativeMenuBar(false);
-  // As high as the buttons beside them, for a pen.
-  native_->menu_bar->setStyleSheet(QStringLiteral("QMenuBar::item { padding: 9px 10px; }"));
+  auto* style = new MenuBarStyle;
+  style->setParent(native_->menu_bar);
+  native_->menu_bar->setStyle(style);
   native_->tool_bar = new QToolBar(native_->menu_bar);
   native_->tool_bar->setIconSize({24, 24});
   native_->menu_bar->setCornerWidget(native_->tool_bar, Qt::TopRightCorner);

@@ -22,6 +22,7 @@ class SvgIconEngine : public QIconEngine {
     QByteArray svg = svg_;
     svg.replace("currentColor", QApplication::palette().color(group, role).name().toLatin1());
     QSvgRenderer renderer(svg);
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
     if (mode == QIcon::Disabled) painter->setOpacity(painter->opacity() * 0.5);
     renderer.render(painter, QRectF(rectangle));
   }
