@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -11,6 +12,22 @@ namespace {
 
 constexpr int kCaption = 100;
 constexpr int kYesText = 330, kNoText = 331, kOkText = 332, kCancelText = 333;
+
+// A question in the middle of a procedure is answered without the wait cursor.
+class NormalCursor {
+ public:
+  NormalCursor() : waiting_(QApplication::overrideCursor() != nullptr) {
+    if (waiting_) QApplication::setOverrideCursor(Qt::ArrowCursor);
+  }
+  ~NormalCursor() {
+    if (waiting_) QApplication::restoreOverrideCursor();
+  }
+  NormalCursor(const NormalCursor&) = delete;
+  NormalCursor& operator=(const NormalCursor&) = delete;
+
+ private:
+  bool waiting_;
+};
 
 QMessageBox::Icon IconFor(BoxIcon icon) {
   switch (icon) {
@@ -73,6 +90,7 @@ int ShowMessageBox(Window* owner, BoxQuestion question) {
   box.setText(ToQt(question.text).replace(u'\r', u'\n'));
   box.setIcon(IconFor(question.icon));
   AddButtons(box, question);
+  const NormalCursor cursor;
   return AnswerFor(box.exec());
 }
 
