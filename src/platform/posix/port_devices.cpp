@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <system_error>
+#include <utility>
 
 #include "platform/posix/usb_device.h"
 
@@ -37,16 +38,24 @@ bool HasHardware(const fs::path& node, const std::string& name) {
   return Exists(node / "device") && ReadAttribute(node / "type") != "0";
 }
 
-PortDevice DescribeDevice(const PortPaths& paths, const fs::path& node, const std::string& name) {
+bool IsTaken(const std::string& stable_id, const std::vector<PortDevice>& ports) {
+  return std::any_of(ports.begin(), ports.end(),
+                     [&](const PortDevice& port) { return port.stable_id == stable_id; });
+}
+
+void AddDevice(const PortPaths& paths, const fs::path& node, const std::string& name,
+               std::vector<PortDevice>& ports) {
   std::error_code error;
   const fs::path place = fs::canonical(Exists(node / "device") ? node / "device" : node, error);
   PortDevice port{(paths.devices / name).string(), "path:" + place.lexically_relative(paths.system).string(),
                   ""};
   if (const auto usb = FindUsbDevice(place, paths.system)) {
-    if (const std::string id = usb->StableId(); !id.empty()) port.stable_id = id;
+    // Some makers give all their devices one serial number.
+    const std::string id = usb->StableId();
+    if (!id.empty() && !IsTaken(id, ports)) port.stable_id = id;
     if (const std::string title = usb->Title(); !title.empty()) port.display_text = title + " (" + name + ")";
   }
-  return port;
+  ports.push_back(std::move(port));
 }
 
 void AddDevices(const PortPaths& paths, const char* device_class,
@@ -54,7 +63,7 @@ void AddDevices(const PortPaths& paths, const char* device_class,
   const fs::path folder = paths.system / "class" / device_class;
   for (const std::string& name : NamesIn(folder))
     if (wanted(folder / name, name) && Exists(paths.devices / name))
-      ports.push_back(DescribeDevice(paths, folder / name, name));
+      AddDevice(paths, folder / name, name, ports);
 }
 
 // Built-in mobile modems have several channels; AT commands go through one of this type.

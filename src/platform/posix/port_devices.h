@@ -18,6 +18,7 @@ struct PortDevice {
 /// hardware behind them, each in the order of their names. What the stable id is made of:
 ///   a USB device with a serial number  "usb:VENDOR:PRODUCT:SERIAL:INTERFACE"
 ///   any other device of the system     "path:" and its place in the device tree (the USB socket included)
+///   (and a USB device whose serial number another one has, too)
 ///   a link                             "link:NAME"
 /// Left out: consoles and pseudo-terminals, UARTs that the kernel found absent, links to nothing.
 std::vector<PortDevice> FindPortDevices(const PortPaths& paths);

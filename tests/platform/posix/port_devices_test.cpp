@@ -89,6 +89,15 @@ TEST(PortDevices, AUsbDeviceWithoutASerialNumberIsKnownByItsSocket) {
   EXPECT_NE(FindPortDevices(moved.Paths()).at(0).stable_id, id);
 }
 
+TEST(PortDevices, TwinsWithOneSerialNumberAreToldApartByTheirSocket) {
+  FakeDeviceTree tree;
+  tree.AddUsb("ttyUSB0", {.socket = "1-2", .serial = "0001"});
+  tree.AddUsb("ttyUSB1", {.socket = "1-3", .serial = "0001"});
+  const auto ports = FindPortDevices(tree.Paths());
+  EXPECT_EQ(ports.at(0).stable_id, "usb:12d1:1003:0001:00");
+  EXPECT_EQ(ports.at(1).stable_id, "path:devices/pci0000:00/usb1/1-3/1-3:1.00/ttyUSB1");
+}
+
 TEST(PortDevices, ADeviceThatTellsNothingHasNoText) {
   FakeDeviceTree tree;
   tree.AddUart("ttyS0", "4");
