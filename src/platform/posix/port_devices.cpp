@@ -47,14 +47,13 @@ void AddDevice(const PortPaths& paths, const fs::path& node, const std::string& 
                std::vector<PortDevice>& ports) {
   std::error_code error;
   const fs::path place = fs::canonical(Exists(node / "device") ? node / "device" : node, error);
-  PortDevice port{(paths.devices / name).string(), "path:" + place.lexically_relative(paths.system).string(),
-                  ""};
-  if (const auto usb = FindUsbDevice(place, paths.system)) {
-    // Some makers give all their devices one serial number.
-    const std::string id = usb->StableId();
-    if (!id.empty() && !IsTaken(id, ports)) port.stable_id = id;
-    if (const std::string title = usb->Title(); !title.empty()) port.display_text = title + " (" + name + ")";
-  }
+  const auto usb = FindUsbDevice(place, paths.system);
+  PortDevice port{(paths.devices / name).string(), "", ""};
+  if (usb) port.stable_id = usb->StableId();
+  // Some makers give all their devices one serial number.
+  if (port.stable_id.empty() || IsTaken(port.stable_id, ports))
+    port.stable_id = "path:" + (usb ? usb->interface : place).lexically_relative(paths.system).string();
+  if (usb && !usb->Title().empty()) port.display_text = usb->Title() + " (" + name + ")";
   ports.push_back(std::move(port));
 }
 

@@ -48,13 +48,14 @@ std::string UsbDevice::Title() const {
 }
 
 std::optional<UsbDevice> FindUsbDevice(const std::filesystem::path& place, const std::filesystem::path& top) {
-  std::string interface_number;
+  std::filesystem::path interface;
   std::error_code error;
   for (auto folder = place; folder != top && folder.has_relative_path(); folder = folder.parent_path()) {
-    if (interface_number.empty()) interface_number = ReadAttribute(folder / "bInterfaceNumber");
+    if (interface.empty() && std::filesystem::exists(folder / "bInterfaceNumber", error)) interface = folder;
     if (!std::filesystem::exists(folder / "idVendor", error)) continue;
     UsbDevice device = ReadUsbDevice(folder);
-    device.interface_number = interface_number;
+    device.interface = interface.empty() ? folder : interface;
+    device.interface_number = ReadAttribute(interface / "bInterfaceNumber");
     return device;
   }
   return std::nullopt;

@@ -12,6 +12,7 @@ struct UsbDevice {
   std::string serial;                 ///< empty when the device has none
   std::string interface_number;       ///< two hexadecimal digits; tells apart the ports of one device
   std::string manufacturer, product;  ///< as the device spells them; may be empty
+  std::filesystem::path interface;  ///< the interface's folder; tells the socket, whatever the port is called
 
   /// "usb:VENDOR:PRODUCT:SERIAL:INTERFACE", or empty without a serial number: then two devices of one model
   /// can only be told apart by their sockets.
