@@ -57,7 +57,7 @@ struct NativeHost {
 };
 
 struct NativeFrame {
-  QMainWindow* window = nullptr;
+  QPointer<QMainWindow> window;
   QLabel* status = nullptr;
   QLabel* status_right = nullptr;
 };

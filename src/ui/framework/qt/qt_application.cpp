@@ -119,6 +119,7 @@ Application::Application(int& argument_count, char** arguments) {
 
 Application::~Application() {
   free_later_.clear();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   native_.reset();
   the_application = nullptr;
 }

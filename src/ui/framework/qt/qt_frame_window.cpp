@@ -52,11 +52,9 @@ FrameWindow::FrameWindow() = default;
 
 FrameWindow::~FrameWindow() {
   surface_.reset();
-  if (IsAttached()) {
-    QWidget* widget = WidgetOf(this);
-    Detach();
-    delete widget;
-  }
+  Detach();
+  // Also one that was destroyed but not yet freed: it still refers to this object.
+  if (frame_ != nullptr) delete frame_->window.data();
 }
 
 bool FrameWindow::Create(std::u16string_view caption, LongParameter parameter) {
