@@ -75,4 +75,8 @@ std::string Join(const std::vector<std::string>& parts, std::string_view separat
 
 std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
 
+std::string QuotedList(const std::vector<std::string>& texts) {
+  return texts.empty() ? std::string() : Quoted(Join(texts, "\",\""));
+}
+
 }  // namespace celldesk::simulator

@@ -28,4 +28,7 @@ std::string Join(const std::vector<std::string>& parts, std::string_view separat
 /// "text" between double quotes.
 std::string Quoted(std::string_view text);
 
+/// The texts between double quotes, parted by commas.
+std::string QuotedList(const std::vector<std::string>& texts);
+
 }  // namespace celldesk::simulator

@@ -81,6 +81,7 @@ std::optional<Fault> ParseFault(std::string_view text) {
 
 std::vector<std::string> FaultKindNames() {
   std::vector<std::string> names;
+  names.reserve(kKinds.size());
   for (const auto& [name, kind] : kKinds) names.emplace_back(name);
   return names;
 }

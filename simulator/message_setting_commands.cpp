@@ -85,9 +85,10 @@ Reply Notification(Phone& phone, const Command& command) {
   auto& modes = phone.session.notification;
   if (command.form == CommandForm::kTest) return Ok({"+CNMI: (0-3),(0-3),(0-3),(0-2),(0,1)"});
   if (command.form == CommandForm::kRead) {
-    std::vector<std::string> texts;
-    for (const int mode : modes) texts.push_back(std::to_string(mode));
-    return Ok({"+CNMI: " + Join(texts, ",")});
+    std::string line = "+CNMI: ";
+    for (const int mode : modes) line += std::to_string(mode) + ',';
+    line.pop_back();
+    return Ok({line});
   }
   auto wanted = modes;
   for (std::size_t i = 0; i < wanted.size(); ++i) {
@@ -105,9 +106,7 @@ std::string Counts(Phone& phone, const std::string& name) {
 }
 
 Reply MemoryList(const Phone& phone) {
-  std::vector<std::string> quoted;
-  for (const std::string& name : MessageMemory::Names(phone)) quoted.push_back(Quoted(name));
-  const std::string list = '(' + Join(quoted, ",") + ')';
+  const std::string list = '(' + QuotedList(MessageMemory::Names(phone)) + ')';
   return Ok({"+CPMS: " + Join({list, list, list}, ",")});
 }
 
@@ -115,9 +114,10 @@ Reply Memories(Phone& phone, const Command& command) {
   auto& names = phone.session.message_memory;
   if (command.form == CommandForm::kTest) return MemoryList(phone);
   if (command.form == CommandForm::kRead) {
-    std::vector<std::string> parts;
-    for (const std::string& name : names) parts.push_back(Quoted(name) + ',' + Counts(phone, name));
-    return Ok({"+CPMS: " + Join(parts, ",")});
+    std::string line = "+CPMS: ";
+    for (const std::string& name : names) line += Quoted(name) + ',' + Counts(phone, name) + ',';
+    line.pop_back();
+    return Ok({line});
   }
   auto wanted = names;
   for (std::size_t i = 0; i < wanted.size(); ++i) {

@@ -7,12 +7,6 @@
 namespace celldesk::simulator {
 namespace {
 
-std::string QuotedNames(const std::vector<std::string>& names) {
-  std::vector<std::string> quoted;
-  for (const std::string& name : names) quoted.push_back(Quoted(name));
-  return Join(quoted, ",");
-}
-
 std::u16string Padded(const Phone& phone, const BookLimits& limits, std::u16string name) {
   const auto length = static_cast<std::size_t>(limits.name_length);
   if (phone.profile.padded_names && name.size() < length) name.resize(length, u' ');
@@ -34,7 +28,7 @@ std::string EntryLine(const Phone& phone, const PhonebookView& book, std::string
 
 Reply Select(Phone& phone, const Command& command) {
   if (command.form == CommandForm::kTest) {
-    return Ok({"+CPBS: (" + QuotedNames(PhonebookView::Names(phone)) + ')'});
+    return Ok({"+CPBS: (" + QuotedList(PhonebookView::Names(phone)) + ')'});
   }
   if (command.form == CommandForm::kSet) {
     const std::string name = ToUpper(command.Text(0));

@@ -5,8 +5,6 @@
 namespace celldesk::simulator {
 namespace {
 
-using std::string_literals::operator""s;
-
 TEST(Ascii, CapitalsAreOfAsciiLettersOnly) {
   EXPECT_EQ(ToUpper("at+cpbr=1,\"\xE4z\""), "AT+CPBR=1,\"\xE4Z\"");
   EXPECT_EQ(ToUpper('z'), 'Z');
@@ -49,15 +47,17 @@ TEST(Ascii, RefusesHexadecimalThatIsNone) {
   for (const std::string_view text : {"0", "0G", "G0", "-1", "+1", " 1", "0x"}) {
     EXPECT_FALSE(FromHex(text).has_value()) << text;
   }
-  EXPECT_FALSE(FromHex("\0\0"s).has_value());
+  EXPECT_FALSE(FromHex(std::string(2, '\0')).has_value());
 }
 
 TEST(Ascii, SplitsAndJoins) {
-  EXPECT_EQ(Split("a,,b", ','), (std::vector{"a"s, ""s, "b"s}));
-  EXPECT_EQ(Split("", ','), std::vector{""s});
+  EXPECT_EQ(Split("a,,b", ','), (std::vector<std::string>{"a", "", "b"}));
+  EXPECT_EQ(Split("", ','), std::vector<std::string>{""});
   EXPECT_EQ(Join({"a", "", "b"}, ", "), "a, , b");
   EXPECT_EQ(Join({}, ","), "");
   EXPECT_EQ(Quoted("a\"b"), "\"a\"b\"");
+  EXPECT_EQ(QuotedList({"SM", "ME"}), "\"SM\",\"ME\"");
+  EXPECT_EQ(QuotedList({}), "");
 }
 
 }  // namespace

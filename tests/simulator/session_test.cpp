@@ -117,13 +117,14 @@ TEST(Session, RandomEditsLeaveTheBookAClientExpects) {
     for (auto length = 1 + random() % 20; length > 0; --length)
       septets += static_cast<char>('A' + random() % 26);
     const std::string number = std::to_string(random());
-    ASSERT_EQ(
-        Ask(phone, "AT+CPBW=" + std::to_string(location) + ",\"" + number + "\",129,\"" + septets + '"'),
-        kOk);
+    std::string line = "AT+CPBW=" + std::to_string(location);
+    line += ",\"" + number + "\",129,\"" + septets + '"';
+    ASSERT_EQ(Ask(phone, line), kOk);
     expected[location] = {number, 129, FromSeptets(septets)};
   }
   EXPECT_EQ(phone.memory().FindPhonebook("SM")->entries, expected);
   std::vector<std::string> lines;
+  lines.reserve(expected.size());
   for (const auto& [location, entry] : expected) {
     lines.push_back("+CPBR: " + std::to_string(location) + ",\"" + entry.number + "\",129,\"" +
                     ToSeptets(entry.name) + '"');

@@ -47,7 +47,7 @@ class Gammu : public testing::Test {
   std::string Run(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {"-c", folder_.File("gammurc")});
     Program program("gammu", arguments);
-    const std::string output = program.ReadAll();
+    std::string output = program.ReadAll();
     EXPECT_EQ(program.Wait(), 0) << output;
     return output;
   }
@@ -132,17 +132,14 @@ TEST_F(Gammu, BringsABackedUpPhonebookBack) {
 TEST_F(Gammu, ReadsEveryMessage) {
   Serve(SmallSample());
   const std::string output = Run({"getallsms"});
-  for (const std::string_view part :
-       {"Good morning! Coffee at ten?",
-        "Gr\xC3\xBC\xC3\x9F"
-        "e aus K\xC3\xB6ln, bis sp\xC3\xA4ter",
-        "Happy birthday! The cake is \xC2\xA3"
-        "5, the song is free.",
-        "Train is late, start without me.", "Caf\xC3\xA9 closes at six today \xE2\x82\xAC",
-        "Fare to the station: about 12 pounds.", "Happy new year!", "SMS status report",
-        "Delivery status      : Delivered", "Status               : UnSent", "Status               : Sent",
-        "Status               : UnRead", "Status               : Read", "8 SMS parts in 8 SMS sequences"}) {
-    EXPECT_TRUE(Holds(output, std::string(part))) << part << '\n' << output;
+  for (const std::u16string_view part :
+       {u"Good morning! Coffee at ten?", u"Gr\u00FC\u00DFe aus K\u00F6ln, bis sp\u00E4ter",
+        u"Happy birthday! The cake is \u00A35, the song is free.", u"Train is late, start without me.",
+        u"Caf\u00E9 closes at six today \u20AC", u"Fare to the station: about 12 pounds.", u"Happy new year!",
+        u"SMS status report", u"Delivery status      : Delivered", u"Status               : UnSent",
+        u"Status               : Sent", u"Status               : UnRead", u"Status               : Read",
+        u"8 SMS parts in 8 SMS sequences"}) {
+    EXPECT_TRUE(Holds(output, ToUtf8(part))) << ToUtf8(part) << '\n' << output;
   }
 }
 
