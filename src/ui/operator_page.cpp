@@ -6,7 +6,9 @@ namespace celldesk {
 namespace {
 
 constexpr int kTemplate = 222;
-constexpr int kCentreLimit = 40;
+// As much as is read back. A number is shorter, but it may be pasted with words around it, which the filter
+// drops only after the limit has cut.
+constexpr int kCentreLimit = SettingsValue::kMaximumString - 1;
 
 }  // namespace
 

@@ -18,8 +18,8 @@ class SimulatedPort : public SerialPort {
   void Purge() override {}
   std::optional<LineParameters> Parameters() const override { return parameters_; }
   Status SetParameters(const LineParameters& parameters) override {
-    parameters_ = parameters;
-    return S_OK;
+    if (!Failed(line_.parameters_status_)) parameters_ = parameters;
+    return line_.parameters_status_;
   }
   Status SetReadInterval(std::chrono::milliseconds /*interval*/) override { return S_OK; }
   Status ClearError() override { return S_OK; }

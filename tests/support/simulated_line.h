@@ -34,6 +34,8 @@ class SimulatedLine : public SerialPortOpener, public ClockedSource {
   void Return() { present_ = true; }
   /// What stands in the way of the next Open.
   void set_problem(OpenProblem problem) { problem_ = problem; }
+  /// Answer to new line parameters; a failure leaves them as they were.
+  void set_parameters_status(Status status) { parameters_status_ = status; }
   int open_ports() const { return open_ports_; }
 
  private:
@@ -46,6 +48,7 @@ class SimulatedLine : public SerialPortOpener, public ClockedSource {
   std::multimap<std::chrono::milliseconds, simulator::Emission> under_way_;
   std::chrono::milliseconds line_free_at_{};
   OpenProblem problem_ = OpenProblem::kNone;
+  Status parameters_status_ = S_OK;
   bool present_ = true;
   int generation_ = 0;
   int open_ports_ = 0;
