@@ -17,6 +17,10 @@ constexpr FolderTraits kTraits{185, text::kAddressToolTips, text::kAddressColumn
                                SettingsStore::kAddressColumns};
 constexpr int kUnchangedImage = 0, kChangedImage = 1;
 
+// Only the capability query tells that a memory does not exist; a selection refused after it is a failure like
+// any other.
+Status AfterQuery(Status status) { return status == E_NOTIMPL ? E_FAIL : status; }
+
 }  // namespace
 
 AddressBookView::AddressBookView(FrameServices& frame, const ProgramServices& services,
@@ -233,7 +237,7 @@ Status AddressBookView::Download() {
   book_.ClearAll();
   list().Clear();
   rows_read_ = 0;
-  return ReadPhonebook(services().engine, book_, this);
+  return AfterQuery(ReadPhonebook(services().engine, book_, this));
 }
 
 void AddressBookView::LoadData() {
@@ -277,9 +281,9 @@ void AddressBookView::Upload(bool selected_only) {
     if (const std::optional<Status> prepared = PrepareUpload()) {
       status = *prepared;
       if (!Failed(status)) {
-        status =
+        status = AfterQuery(
             WritePhonebook(services().engine, book_, this,
-                           selected_only ? std::optional<std::span<const int>>(selection) : std::nullopt);
+                           selected_only ? std::optional<std::span<const int>>(selection) : std::nullopt));
       }
     }
     progress_.Close();
