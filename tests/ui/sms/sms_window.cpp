@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QInputMethodEvent>
 #include <QPlainTextEdit>
 #include <QTest>
 
@@ -100,7 +101,15 @@ void TypeText(const Window& window, int id, const QString& text) {
   ASSERT_NE(field, nullptr);
   field->setFocus();
   if (auto* memo = qobject_cast<QPlainTextEdit*>(field)) memo->moveCursor(QTextCursor::End);
-  QTest::keyClicks(field, text);
+  for (const QChar character : text) {
+    if (character.unicode() < 0x80) {
+      QTest::keyClick(field, character.toLatin1());
+    } else {
+      QInputMethodEvent event;
+      event.setCommitString(character);
+      QCoreApplication::sendEvent(field, &event);
+    }
+  }
 }
 
 void ClickSwitch(const Window& window, int id) {
