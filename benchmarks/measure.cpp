@@ -1,5 +1,7 @@
 #include "measure.h"
 
+#include <time.h>
+
 #include <algorithm>
 
 namespace celldesk::bench {
@@ -17,6 +19,12 @@ Sample Repeat(int runs, const std::function<double()>& one) {
   std::vector<double> values;
   for (int run = 0; run < runs; ++run) values.push_back(one());
   return Summarize(std::move(values));
+}
+
+double ProcessorTime() {
+  timespec time{};
+  ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
 double TimeOf(const std::function<void()>& work) {

@@ -36,7 +36,8 @@ class AddressBook : public Object {
   /// Most entries that a book holds. Larger growth fails with E_OUTOFMEMORY, so that a phone (or a file)
   /// that claims millions of slots costs no more than some megabytes.
   static constexpr int kLimit = 65536;
-  /// Step of the array's allocation.
+  /// Least step of the array's allocation; a large array grows by half, so that filling it entry by entry
+  /// stays linear.
   static constexpr int kGrowBy = 124;
 
   AddressBook(std::u16string_view memory_name, bool ignore_select_errors);

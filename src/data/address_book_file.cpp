@@ -1,6 +1,8 @@
 #include "data/address_book_file.h"
 
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "data/diacritics.h"
 #include "data/record_file.h"
@@ -23,13 +25,13 @@ class EntryReader {
 
   Status ReadEntry(FieldReader& fields) {
     const auto id = fields.Next();
-    const auto name = id ? fields.Next() : std::nullopt;
+    auto name = id ? fields.Next() : std::nullopt;
     if (!name) return S_OK;  // a line without a name holds no entry
-    const auto number = fields.Next();
+    auto number = fields.Next();
     const int position = Choose(ParseDecimal(*id));
     const Status status = book_.Reach(position);
     if (Failed(status)) return status;
-    Fill(position, *name, number.value_or(u""));
+    Fill(position, std::move(*name), std::move(number).value_or(u""));
     return S_OK;
   }
 
@@ -43,11 +45,11 @@ class EntryReader {
     return first_free_;
   }
 
-  void Fill(int position, std::u16string_view name, std::u16string_view number) {
+  void Fill(int position, std::u16string name, std::u16string number) {
     AddressEntry& entry = book_.At(position);
     entry.id = DecimalText(book_.memory().IndexAt(position));
-    entry.name = WithoutDiacritics(name);
-    entry.number = number;
+    entry.name = WithoutDiacritics(std::move(name));
+    entry.number = std::move(number);
     entry.flags |= AddressEntry::kOccupied | AddressEntry::kModified;
     if (observer_ != nullptr) observer_->RowRead(position);
   }

@@ -19,7 +19,10 @@ constexpr Replacement kReplacements[] = {
     {0x00FD, u'y'}, {0x00DD, u'Y'}, {0x017E, u'z'}, {0x017D, u'Z'},
 };
 
+constexpr char16_t kFirstReplaced = 0x00C1;
+
 char16_t BaseLetter(char16_t letter) {
+  if (letter < kFirstReplaced) return letter;
   const auto* const end = std::end(kReplacements);
   const auto* const found = std::find_if(std::begin(kReplacements), end,
                                          [letter](const Replacement& r) { return r.from == letter; });
@@ -28,10 +31,9 @@ char16_t BaseLetter(char16_t letter) {
 
 }  // namespace
 
-std::u16string WithoutDiacritics(std::u16string_view text) {
-  std::u16string plain(text);
-  std::transform(plain.begin(), plain.end(), plain.begin(), BaseLetter);
-  return plain;
+std::u16string WithoutDiacritics(std::u16string text) {
+  std::transform(text.begin(), text.end(), text.begin(), BaseLetter);
+  return text;
 }
 
 }  // namespace celldesk

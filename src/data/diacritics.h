@@ -1,12 +1,11 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace celldesk {
 
 /// `text` with the Czech and Slovak letters with diacritics, which few phones know, turned into their base
 /// letters; every other character stays.
-std::u16string WithoutDiacritics(std::u16string_view text);
+std::u16string WithoutDiacritics(std::u16string text);
 
 }  // namespace celldesk

@@ -22,26 +22,31 @@ Status RecordWriter::Create(std::u16string_view path) {
 }
 
 RecordWriter& RecordWriter::Field(std::u16string_view text) {
-  AppendField(record_, text);
+  AppendField(block_, text);
   return *this;
 }
 
 RecordWriter& RecordWriter::Number(std::int32_t number) {
-  AppendNumber(record_, number);
+  AppendNumber(block_, number);
   return *this;
 }
 
 Status RecordWriter::EndRecord() {
-  AppendLineEnd(record_);
-  if (!Failed(status_) && file_) {
-    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(record_.data());
-    status_ = StatusFromSystemError(file_->Write({bytes, record_.size()}));
-  }
-  record_.clear();
+  AppendLineEnd(block_);
+  if (block_.size() >= kBlock) WriteBlock();
   return status_;
 }
 
+void RecordWriter::WriteBlock() {
+  if (!Failed(status_) && file_) {
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(block_.data());
+    status_ = StatusFromSystemError(file_->Write({bytes, block_.size()}));
+  }
+  block_.clear();
+}
+
 Status RecordWriter::Close() {
+  if (!block_.empty()) WriteBlock();
   const SystemError error = file_ ? file_->Close() : kErrorSuccess;
   file_.reset();
   if (!Failed(status_)) status_ = StatusFromSystemError(error);

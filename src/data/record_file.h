@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -10,10 +11,13 @@
 
 namespace celldesk {
 
-/// Writes a file of records. The first failure sticks: later writes do nothing and return it. What was
-/// written before stays in the file.
+/// Writes a file of records, a block of them at a time. The first failure sticks: later writes do nothing and
+/// return it. What was written before stays in the file.
 class RecordWriter {
  public:
+  /// Records are gathered until they have this many bytes.
+  static constexpr std::size_t kBlock = 65536;
+
   /// The file system is borrowed for the object's life.
   explicit RecordWriter(FileSystem& files) : files_(files) {}
 
@@ -21,15 +25,17 @@ class RecordWriter {
   Status Create(std::u16string_view path);
   RecordWriter& Field(std::u16string_view text);
   RecordWriter& Number(std::int32_t number);
-  /// Ends the record and writes it.
+  /// Ends the record, and writes the block when it is full.
   Status EndRecord();
-  /// Closes the file; the status of all that was done.
+  /// Writes what is left and closes the file; the status of all that was done.
   Status Close();
 
  private:
+  void WriteBlock();
+
   FileSystem& files_;
   std::unique_ptr<OutputFile> file_;
-  std::string record_;
+  std::string block_;
   Status status_ = S_OK;
 };
 

@@ -1,7 +1,9 @@
 #include "data/sms_file.h"
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "data/record_file.h"
 #include "pdu/address.h"
@@ -52,11 +54,11 @@ void MakeOutgoing(SmsMessage& message, const SmsFileSettings& settings) {
 /// Fills `message` from the rest of a line, after its length; false when fields are missing.
 bool TakePdu(SmsMessage& message, std::u16string_view length, FieldReader& fields) {
   const auto status = fields.Next();
-  const auto pdu = status ? fields.Next() : std::nullopt;
+  auto pdu = status ? fields.Next() : std::nullopt;
   if (!pdu) return false;
   message.tpdu_length = static_cast<std::int16_t>(ParseDecimal(length));
   message.storage_status = static_cast<std::int16_t>(ParseDecimal(*status));
-  message.pdu_text = *pdu;
+  message.pdu_text = std::move(*pdu);
   message.flags = kMessageInUse | kMessageNew;
   // A message that does not decode stays, with the text of its line.
   static_cast<void>(message.Decode());
@@ -66,17 +68,16 @@ bool TakePdu(SmsMessage& message, std::u16string_view length, FieldReader& field
 /// False when the line breaks off, which ends the import. A line without a text is passed over.
 bool ReadMessage(FieldReader& fields, const SmsFileSettings& settings, const SmsTarget& target) {
   const auto address = fields.Next();
-  const auto text = address ? fields.Next() : std::nullopt;
+  auto text = address ? fields.Next() : std::nullopt;
   if (!text) return true;
-  SmsMessage message;
+  auto message = std::make_unique<SmsMessage>();
   // A number that no phone could dial leaves the message without one.
-  static_cast<void>(MakeAddress(message.submit.number, message.submit.toa, *address));
-  message.text = *text;
+  static_cast<void>(MakeAddress(message->submit.number, message->submit.toa, *address));
+  message->text = std::move(*text);
   const auto length = fields.Next();
-  if (length && !TakePdu(message, *length, fields)) return false;
-  if (!length) MakeOutgoing(message, settings);
-  const int position = target.messages->Append();
-  target.messages->At(position) = message;
+  if (length && !TakePdu(*message, *length, fields)) return false;
+  if (!length) MakeOutgoing(*message, settings);
+  const int position = target.messages->Append(std::move(message));
   if (target.observer != nullptr) target.observer->RowRead(position);
   return true;
 }

@@ -1,6 +1,7 @@
 #include "data/sms_store.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace celldesk {
 namespace {
@@ -16,6 +17,15 @@ int SmsStore::Append() {
     messages_.push_back(std::make_unique<SmsMessage>());
   } else {
     messages_.back()->Clear();
+  }
+  return count() - 1;
+}
+
+int SmsStore::Append(MessagePointer message) {
+  if (count() < kLimit) {
+    messages_.push_back(std::move(message));
+  } else {
+    *messages_.back() = *message;
   }
   return count() - 1;
 }

@@ -24,6 +24,8 @@ class SmsStore : public Object {
   /// A new record at the end of the array, and its position; in an array that cannot grow the last record,
   /// cleared. The record is not in use yet.
   int Append();
+  /// The same for a record made before.
+  int Append(std::unique_ptr<SmsMessage> message);
   /// The first position that holds no message in use, the count when all do, -1 when the array is full.
   int FirstFree() const;
   /// A cleared record at a position that FirstFree gave.

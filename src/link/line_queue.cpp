@@ -10,6 +10,9 @@ namespace {
 constexpr char16_t kCarriageReturn = u'\r';
 constexpr std::u16string_view kLineEnds = u"\r\n";
 
+// Room for a line that goes on in the next chunk: a whole PDU with its service centre, in hexadecimal.
+constexpr std::size_t kLongestPduLine = 2 * (164 + 12);
+
 }  // namespace
 
 void LineQueue::Receive(std::u16string_view chunk) {
@@ -57,11 +60,9 @@ std::uint32_t LineQueue::completed_chunks() const {
 /// True when this completed a line.
 bool LineQueue::Append(std::u16string_view segment, bool ends_line) {
   try {
-    if (lines_.empty() || lines_.back().complete) {
-      lines_.push_back({std::u16string(segment.substr(0, kLongestLine)), ends_line});
-      return ends_line;
-    }
+    if (lines_.empty() || lines_.back().complete) lines_.emplace_back();
     Line& line = lines_.back();
+    if (!ends_line) line.text.reserve(kLongestPduLine);
     line.text += segment.substr(0, kLongestLine - line.text.size());
     line.complete = ends_line;
     return ends_line;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "pdu/pdu_text.h"
 
@@ -15,18 +16,22 @@ constexpr std::size_t kBlockOctets = 56;
 /// The octet, counted from the field's first, that septet `k` begins in.
 constexpr std::size_t FirstOctet(std::size_t k) { return 7 * k / 8; }
 
+// Written without loops, so that the compiler sees whole words.
+
 /// Eight septets of seven octets; `octets` has one octet more than they take.
-void UnpackGroup(std::uint8_t* septets, const std::uint8_t* octets) {
-  std::uint64_t bits = 0;
-  for (std::size_t i = 0; i < 8; ++i) bits |= std::uint64_t{octets[i]} << (8 * i);
-  for (std::size_t i = 0; i < 8; ++i) septets[i] = (bits >> (7 * i)) & 0x7F;
+template <std::size_t... I>
+void UnpackGroup(std::uint8_t* septets, const std::uint8_t* octets, std::index_sequence<I...> /*eight*/) {
+  const std::uint64_t bits = ((std::uint64_t{octets[I]} << (8 * I)) | ...);
+  ((septets[I] = (bits >> (7 * I)) & 0x7F), ...);
 }
 
-void PackGroup(std::uint8_t* octets, const std::uint8_t* septets) {
-  std::uint64_t bits = 0;
-  for (std::size_t i = 0; i < 8; ++i) bits |= (septets[i] & std::uint64_t{0x7F}) << (7 * i);
-  for (std::size_t i = 0; i < 8; ++i) octets[i] = static_cast<std::uint8_t>(bits >> (8 * i));
+template <std::size_t... I>
+void PackGroup(std::uint8_t* octets, const std::uint8_t* septets, std::index_sequence<I...> /*eight*/) {
+  const std::uint64_t bits = (((septets[I] & std::uint64_t{0x7F}) << (7 * I)) | ...);
+  ((octets[I] = static_cast<std::uint8_t>(bits >> (8 * I))), ...);
 }
+
+using Eight = std::make_index_sequence<8>;
 
 }  // namespace
 
@@ -53,7 +58,7 @@ void UnpackSeptets(std::span<std::uint8_t> septets, std::u16string_view text, st
   for (; !septets.empty(); start += kBlockOctets) {
     const std::size_t count = std::min(septets.size(), kBlockSeptets);
     ReadOctets(std::span(octets).first(OctetsOfSeptets(count)), text, start);
-    for (std::size_t k = 0; k < count; k += 8) UnpackGroup(&block[k], &octets[OctetsOfSeptets(k)]);
+    for (std::size_t k = 0; k < count; k += 8) UnpackGroup(&block[k], &octets[OctetsOfSeptets(k)], Eight());
     std::copy_n(block.begin(), count, septets.begin());
     septets = septets.subspan(count);
   }
@@ -65,7 +70,7 @@ void PackSeptets(std::span<char16_t> text, std::span<const std::uint8_t> septets
   for (; !septets.empty(); start += kBlockOctets) {
     const std::size_t count = std::min(septets.size(), kBlockSeptets);
     std::fill(std::copy_n(septets.begin(), count, block.begin()), block.end(), std::uint8_t{0});
-    for (std::size_t k = 0; k < count; k += 8) PackGroup(&octets[OctetsOfSeptets(k)], &block[k]);
+    for (std::size_t k = 0; k < count; k += 8) PackGroup(&octets[OctetsOfSeptets(k)], &block[k], Eight());
     std::size_t used = OctetsOfSeptets(count);
     if (octets[used - 1] == 0 && FirstOctet(count - 1) != used - 1) --used;
     WriteOctets(text, std::span(octets).first(used), start);

@@ -68,7 +68,7 @@ std::size_t SmsSubmitPart::EncodedOctets() const {
 
 Status SmsSubmitPart::EncodeSubmit() {
   if (EncodedOctets() > kBufferOctets) return E_FAIL;
-  // The text ends at the first NUL: a last octet without bits is never written.
+  // A last octet without bits is never written: the text then ends before it.
   std::array<char16_t, 2 * kBufferOctets> pdu{};
   std::size_t position = 0;
   WriteOctet(pdu, static_cast<std::uint8_t>(first_octet), position);
@@ -78,8 +78,9 @@ Status SmsSubmitPart::EncodeSubmit() {
   WriteOctet(pdu, dcs, position);
   WriteValidity(pdu, ValidityFormatOf(first_octet), submit, position);
   WriteUserData(pdu, text, position);
-  const std::u16string_view encoded(pdu.data(), pdu.size());
-  return AssignText(pdu_text, encoded.substr(0, encoded.find(u'\0')));
+  std::u16string_view encoded(pdu.data(), 2 * EncodedOctets());
+  while (encoded.ends_with(u'\0')) encoded.remove_suffix(1);
+  return AssignText(pdu_text, encoded);
 }
 
 void SmsSubmitPart::ClearSubmit() {

@@ -27,16 +27,50 @@ std::size_t AfterLineEnd(FieldBytes bytes, std::size_t position) {
   return std::min(position + kLineEnd.size(), bytes.size());
 }
 
+std::string_view AsText(FieldBytes bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+/// True when the byte at `position` belongs to an escape of the field that begins at `start`: of the "#"
+/// before it, every second one is escaped itself.
+bool IsEscaped(std::string_view text, std::size_t start, std::size_t position) {
+  std::size_t first = position;
+  while (first > start && text[first - 1] == kEscape) --first;
+  return (position - first) % 2 != 0;
+}
+
+/// The text of a field's bytes. A "#" that ends them stands for itself.
+std::u16string UnescapedText(FieldBytes field) {
+  std::u16string text(field.size(), u'\0');
+  if (AsText(field).find(kEscape) == std::string_view::npos) {
+    std::transform(field.begin(), field.end(), text.begin(), FromWindows1250);
+    return text;
+  }
+  std::size_t length = 0;
+  for (std::size_t i = 0; i < field.size(); ++i) {
+    const bool escaped = field[i] == kEscape && i + 1 < field.size();
+    if (escaped) ++i;
+    const bool is_hash = escaped && field[i] == ' ';
+    text[length++] = is_hash ? char16_t{kEscape} : FromWindows1250(field[i]);
+  }
+  text.resize(length);
+  return text;
+}
+
 }  // namespace
 
 void AppendField(std::string& bytes, std::u16string_view text) {
+  const std::size_t start = bytes.size();
+  bytes.resize(start + 2 * text.size() + 1);  // as if every character were escaped
+  char* end = bytes.data() + start;
   for (const char16_t character : text) {
     const char byte = static_cast<char>(ToWindows1250(character));
-    if (byte == kClose) bytes += kEscape;
-    bytes += byte;
-    if (byte == kEscape) bytes += ' ';
+    if (byte == kClose) *end++ = kEscape;
+    *end++ = byte;
+    if (byte == kEscape) *end++ = ' ';
   }
-  bytes += kClose;
+  *end++ = kClose;
+  bytes.resize(static_cast<std::size_t>(end - bytes.data()));
 }
 
 void AppendNumber(std::string& bytes, std::int32_t number) {
@@ -47,22 +81,16 @@ void AppendNumber(std::string& bytes, std::int32_t number) {
 void AppendLineEnd(std::string& bytes) { bytes += kLineEnd; }
 
 std::optional<std::size_t> AfterField(FieldBytes bytes, std::size_t position) {
-  for (; position < bytes.size(); ++position) {
-    if (bytes[position] == kClose) return position + 1;
-    if (bytes[position] == kEscape) ++position;
-  }
-  return std::nullopt;
+  const std::string_view text = AsText(bytes);
+  std::size_t close = text.find(kClose, position);
+  while (close != text.npos && IsEscaped(text, position, close)) close = text.find(kClose, close + 1);
+  return close == text.npos ? std::nullopt : std::optional(close + 1);
 }
 
 std::u16string CopyField(FieldBytes bytes, std::size_t position) {
-  std::u16string text;
-  for (; position < bytes.size() && bytes[position] != kClose; ++position) {
-    const bool escaped = bytes[position] == kEscape && position + 1 < bytes.size();
-    if (escaped) ++position;
-    const bool is_hash = escaped && bytes[position] == ' ';
-    text += is_hash ? char16_t{kEscape} : FromWindows1250(bytes[position]);
-  }
-  return text;
+  const std::optional<std::size_t> after = AfterField(bytes, position);
+  const std::size_t end = after ? *after - 1 : bytes.size();
+  return position < end ? UnescapedText(bytes.subspan(position, end - position)) : std::u16string();
 }
 
 std::size_t AfterLine(FieldBytes bytes, std::size_t position) {
@@ -88,9 +116,9 @@ std::optional<std::u16string> FieldReader::Next() {
   if (IsLineEnd(bytes_, position_)) return std::nullopt;
   const std::optional<std::size_t> after = AfterField(bytes_, position_);
   if (!after) return std::nullopt;
-  std::u16string text = CopyField(bytes_, position_);
+  const FieldBytes field = bytes_.subspan(position_, *after - 1 - position_);
   position_ = *after;
-  return text;
+  return UnescapedText(field);
 }
 
 bool FieldReader::NextLine() {

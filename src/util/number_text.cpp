@@ -1,6 +1,7 @@
 #include "util/number_text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -97,6 +98,10 @@ std::int32_t ParseDecimalAt(std::u16string_view text, std::size_t& position) {
   return static_cast<std::int32_t>(std::min(negative ? -value : value, kHighest));
 }
 
-std::u16string DecimalText(std::int32_t value) { return Format(u"%i", {value}); }
+std::u16string DecimalText(std::int32_t value) {
+  std::array<char, 12> digits;
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+  return {digits.data(), end};
+}
 
 }  // namespace celldesk

@@ -1,8 +1,5 @@
 #include "util/windows1250.h"
 
-#include <algorithm>
-#include <array>
-
 namespace celldesk {
 namespace {
 
@@ -26,19 +23,25 @@ constexpr std::array<char16_t, 128> kUpperHalf = {
     0x0159, 0x016F, 0x00FA, 0x0171, 0x00FC, 0x00FD, 0x0163, 0x02D9,  // F8
 };
 
-constexpr std::uint8_t kUpperStart = 0x80;
+constexpr std::size_t kUpperStart = 0x80;
 
 }  // namespace
 
-char16_t FromWindows1250(std::uint8_t byte) {
-  return byte < kUpperStart ? char16_t{byte} : kUpperHalf[byte - kUpperStart];
-}
+constexpr std::array<char16_t, 256> kCharacterOfByte = [] {
+  std::array<char16_t, 256> table{};
+  for (std::size_t byte = 0; byte < table.size(); ++byte) {
+    table[byte] = byte < kUpperStart ? static_cast<char16_t>(byte) : kUpperHalf[byte - kUpperStart];
+  }
+  return table;
+}();
 
-std::uint8_t ToWindows1250(char16_t character) {
-  if (character < kUpperStart) return static_cast<std::uint8_t>(character);
-  const auto found = std::find(kUpperHalf.begin(), kUpperHalf.end(), character);
-  if (found == kUpperHalf.end()) return static_cast<std::uint8_t>(character & 0xFF);
-  return static_cast<std::uint8_t>(kUpperStart + (found - kUpperHalf.begin()));
-}
+constexpr std::array<std::uint8_t, kWindows1250End> kByteOfCharacter = [] {
+  std::array<std::uint8_t, kWindows1250End> table{};
+  for (std::size_t i = 0; i < table.size(); ++i) table[i] = static_cast<std::uint8_t>(i);
+  for (std::size_t byte = kUpperStart; byte < kCharacterOfByte.size(); ++byte) {
+    table[kCharacterOfByte[byte]] = static_cast<std::uint8_t>(byte);
+  }
+  return table;
+}();
 
 }  // namespace celldesk

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace celldesk {
@@ -7,10 +9,19 @@ namespace celldesk {
 /// Code page windows-1250, the encoding of the program's files. The euro sign (byte 0x80) is not part of it
 /// here.
 
+/// One more than the last character of the code page.
+inline constexpr std::size_t kWindows1250End = 0x2123;
+
+/// The tables behind the two operations.
+extern const std::array<char16_t, 256> kCharacterOfByte;
+extern const std::array<std::uint8_t, kWindows1250End> kByteOfCharacter;
+
 /// The character of a byte; an undefined byte gives the character of the same value.
-char16_t FromWindows1250(std::uint8_t byte);
+inline char16_t FromWindows1250(std::uint8_t byte) { return kCharacterOfByte[byte]; }
 
 /// The byte of a character; one that the code page does not have gives its low 8 bits.
-std::uint8_t ToWindows1250(char16_t character);
+inline std::uint8_t ToWindows1250(char16_t character) {
+  return character < kWindows1250End ? kByteOfCharacter[character] : static_cast<std::uint8_t>(character);
+}
 
 }  // namespace celldesk

@@ -1,4 +1,5 @@
 #include "data/address_book_file.h"
+#include "data/record_file.h"
 
 #include <gtest/gtest.h>
 
@@ -62,12 +63,15 @@ TEST_F(AddressBookFile, EscapesTheSpecialCharactersOfAName) {
 
 TEST_F(AddressBookFile, WritingStopsAtTheFirstFailure) {
   book_ = LoadedBook(3);
-  for (int position = 0; position < 3; ++position) Fill(book_, position, u"A", u"1");
+  const std::u16string long_name(RecordWriter::kBlock, u'A');
+  for (int position = 0; position < 3; ++position) Fill(book_, position, long_name, u"1");
   files_.write_error = kErrorDiskFull;
   files_.allowed_writes = 2;
   EXPECT_EQ(WriteAddressBookFile(files_, kPath, book_), Status{0x80070070});
   EXPECT_EQ(files_.writes, 3);
-  EXPECT_EQ(files_.files[std::u16string(kPath)], "AddrArchive10;SM;1;3;\r\n1;A;1;\r\n");
+  const std::string name(RecordWriter::kBlock, 'A');
+  EXPECT_EQ(files_.files[std::u16string(kPath)],
+            "AddrArchive10;SM;1;3;\r\n1;" + name + ";1;\r\n2;" + name + ";1;\r\n");
   files_.open_error = kErrorPathNotFound;
   EXPECT_EQ(WriteAddressBookFile(files_, kPath, book_), Status{0x80070003});
 }

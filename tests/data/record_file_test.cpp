@@ -36,12 +36,37 @@ TEST(RecordWriter, TheFirstFailureSticks) {
   files.allowed_writes = 1;
   RecordWriter writer(files);
   EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
-  EXPECT_EQ(writer.Field(u"one").EndRecord(), S_OK);
-  EXPECT_EQ(writer.Field(u"two").EndRecord(), Status{0x80070070});
+  const std::u16string block(RecordWriter::kBlock, u'x');
+  EXPECT_EQ(writer.Field(block).EndRecord(), S_OK);
+  EXPECT_EQ(writer.Field(block).EndRecord(), Status{0x80070070});
   files.write_error = kErrorSuccess;
-  EXPECT_EQ(writer.Field(u"three").EndRecord(), Status{0x80070070});
+  EXPECT_EQ(writer.Field(block).EndRecord(), Status{0x80070070});
   EXPECT_EQ(writer.Close(), Status{0x80070070});
-  EXPECT_EQ(files.files[u"a.adr"], "one;\r\n");
+  EXPECT_EQ(files.files[u"a.adr"], std::string(RecordWriter::kBlock, 'x') + ";\r\n");
+  EXPECT_EQ(files.writes, 2);
+}
+
+TEST(RecordWriter, TheCloseReportsThatTheLastRecordsWereNotWritten) {
+  FakeFileSystem files;
+  files.write_error = kErrorDiskFull;
+  RecordWriter writer(files);
+  EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
+  EXPECT_EQ(writer.Field(u"one").EndRecord(), S_OK);
+  EXPECT_EQ(writer.Close(), Status{0x80070070});
+  EXPECT_EQ(files.open_files, 0);
+}
+
+TEST(RecordWriter, WritesSmallRecordsTogether) {
+  FakeFileSystem files;
+  RecordWriter writer(files);
+  EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
+  std::string expected;
+  while (expected.size() < 2 * RecordWriter::kBlock) {
+    EXPECT_EQ(writer.Field(u"one").EndRecord(), S_OK);
+    expected += "one;\r\n";
+  }
+  EXPECT_EQ(writer.Close(), S_OK);
+  EXPECT_EQ(files.files[u"a.adr"], expected);
   EXPECT_EQ(files.writes, 2);
 }
 

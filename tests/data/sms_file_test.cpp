@@ -1,4 +1,5 @@
 #include "data/sms_file.h"
+#include "data/record_file.h"
 
 #include <gtest/gtest.h>
 
@@ -94,7 +95,8 @@ TEST_F(SmsFile, WritesAMessageOfTheReservedTypeWithoutAnAddress) {
 }
 
 TEST_F(SmsFile, WritingStopsAtTheFirstFailure) {
-  const SmsMessage message;
+  SmsMessage message;
+  message.text.assign(RecordWriter::kBlock, u'x');
   const std::vector<const SmsMessage*> messages(5, &message);
   files_.write_error = kErrorDiskFull;
   files_.allowed_writes = 2;

@@ -202,11 +202,12 @@ TEST(LineQueue, ASegmentThatCannotBeStoredIsDropped) {
 
 TEST(LineQueue, AContinuationThatCannotBeStoredLeavesTheLineOpen) {
   LineQueue queue;
+  const std::u16string continuation = std::u16string(1000, u'x') + u'\r';
   queue.Receive(u"begin");
   {
     AllocationGate gate;
     gate.Refuse();
-    queue.Receive(u", a continuation that needs memory\r");
+    queue.Receive(continuation);
   }
   EXPECT_FALSE(queue.line_event().IsSet());
   queue.Receive(u" end\r");
@@ -220,6 +221,18 @@ TEST(LineQueue, ALineCostsAboutOneAllocation) {
   for (std::size_t i = 0; i < kLines; ++i) listing += u"+CPBR: 1,\"+49170\",145,\"Ann\"\r\n";
   AllocationGate gate;
   queue.Receive(listing);
+  EXPECT_LE(gate.count(), kLines + kLines / 8);
+}
+
+TEST(LineQueue, APduInTwoChunksCostsAboutOneAllocationToo) {
+  LineQueue queue;
+  constexpr std::size_t kLines = 1000;
+  const std::u16string first(100, u'A'), second = std::u16string(200, u'B') + u"\r\n";
+  AllocationGate gate;
+  for (std::size_t i = 0; i < kLines; ++i) {
+    queue.Receive(first);
+    queue.Receive(second);
+  }
   EXPECT_LE(gate.count(), kLines + kLines / 8);
 }
 
