@@ -59,6 +59,18 @@ TEST(OperatorPage, AChangeOfCountryListsItsOperatorsAndEmptiesTheCentre) {
   });
 }
 
+TEST(OperatorPage, StoresNoOperatorOfTheCountryBefore) {
+  SettingsWindow window;
+  StoreOperator(window, u"Australia", u"Telstra", u"+61418706700");
+  window.EditAndConfirm([](SettingsDialog& dialog) {
+    ClickTab(dialog, kOperatorTab);
+    Pick(dialog.operators(), kCountry, "Austria");
+  });
+  EXPECT_EQ(Utf8(window.Stored().country), "Austria");
+  EXPECT_EQ(Utf8(window.Stored().operator_name), "");
+  EXPECT_EQ(Utf8(window.Stored().centre), "");
+}
+
 TEST(OperatorPage, AChangeOfOperatorListsItsCentresAndSelectsTheFirst) {
   SettingsWindow window;
   window.EditAndConfirm([](SettingsDialog& dialog) {

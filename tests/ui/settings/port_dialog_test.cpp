@@ -176,6 +176,23 @@ TEST(PortDialog, WorksOnStoredValuesOnceThePortWasChanged) {
   EXPECT_EQ(LoadLineParameters(window.registry, u"COM1:")->baud_rate, 2400U);
 }
 
+// A port that was stored while another one stayed open: a bad centre had stopped the change.
+TEST(PortDialog, LeavesAnOpenPortOfAnotherNameAlone) {
+  SettingsWindow window;
+  window.Command(command::kConnect);
+  const LineParameters before = window.OpenParameters();
+  window.registry.PutString(u"Port", u"COM2:");
+  ASSERT_EQ(StoreLineParameters(window.registry, u"COM2:", Fast()), S_OK);
+  window.Look([&](SettingsDialog& settings) {
+    window.EditPort(settings, [](PortDialog& dialog) {
+      EXPECT_EQ(TextOf(dialog, PortDialog::kSpeed), "115200");
+      Pick(dialog, PortDialog::kSpeed, "2400");
+    });
+  });
+  EXPECT_EQ(window.OpenParameters(), before);
+  EXPECT_EQ(LoadLineParameters(window.registry, u"COM2:")->baud_rate, 2400U);
+}
+
 TEST(PortDialog, KeepsTheOpenPortWhenTheSamePortIsPickedAgain) {
   SettingsWindow window;
   window.Command(command::kConnect);
