@@ -65,6 +65,7 @@ class ListView {
 
   /// One row; a negative index is every visible row.
   void Redraw(int row);
+  /// Paints what is due, at most 25 times a second.
   void UpdateNow();
   void SetFocus();
 

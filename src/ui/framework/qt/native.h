@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QFont>
 #include <QHash>
 #include <QPointer>
@@ -17,6 +18,7 @@ class QDialog;
 class QLabel;
 class QMainWindow;
 class QMenuBar;
+class QScrollBar;
 class QStackedWidget;
 class QTabBar;
 class QListWidget;
@@ -35,18 +37,28 @@ struct NativeWindow {
   QHash<int, QTimer*> timers;
 };
 
+/// What a scrolling dialog moves its controls with.
+struct NativeScroller {
+  QWidget* view = nullptr;     // what is visible
+  QWidget* content = nullptr;  // all there is, within the view
+  QScrollBar* horizontal = nullptr;
+  QScrollBar* vertical = nullptr;
+};
+
 /// A dialog's controls by number.
 struct NativeDialog {
   QHash<int, QWidget*> controls;
   QPointer<QDialog> dialog;  // null for a page
   QWidget* content = nullptr;
   std::optional<int> result;  // set when the dialog ended before it was on screen
+  std::unique_ptr<NativeScroller> scroller;
 };
 
 struct NativeList {
   std::uint16_t last_width = 0;  // of the last column, as it was set
   ListModel* model = nullptr;    // owned by table
   QPointer<ListTable> table;     // owned by its dialog's widget
+  QElapsedTimer painted;         // since UpdateNow painted last
   bool ready = false;            // before that the owner does not know the list and is told nothing
 };
 

@@ -141,7 +141,18 @@ void ListView::Redraw(int row) {
   }
 }
 
-void ListView::UpdateNow() { native_->table->viewport()->repaint(); }
+// Rows may come faster than they can be painted; those between two paintings show with the next.
+void ListView::UpdateNow() {
+  constexpr qint64 kPaintInterval = 40;
+  QWidget* viewport = native_->table->viewport();
+  if (native_->painted.isValid() && native_->painted.elapsed() < kPaintInterval) {
+    viewport->update();
+    return;
+  }
+  viewport->repaint();
+  native_->painted.start();
+}
+
 void ListView::SetFocus() { native_->table->setFocus(Qt::OtherFocusReason); }
 
 void ListView::EnableSorting(bool on) {
