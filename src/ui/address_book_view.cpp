@@ -17,8 +17,8 @@ constexpr FolderTraits kTraits{185, text::kAddressToolTips, text::kAddressColumn
                                SettingsStore::kAddressColumns};
 constexpr int kUnchangedImage = 0, kChangedImage = 1;
 
-// Only the capability query tells that a memory does not exist; a selection refused after it is a failure like
-// any other.
+// Only the capability query tells that a memory does not exist; a selection refused after it is a failure
+// like any other.
 Status AfterQuery(Status status) { return status == E_NOTIMPL ? E_FAIL : status; }
 
 }  // namespace
