@@ -32,7 +32,7 @@ ChildProgram::~ChildProgram() {
   if (output_ >= 0) ::close(output_);
 }
 
-std::string ChildProgram::ReadLine() {
+std::string ChildProgram::ReadLine() const {
   std::string line;
   for (char byte; ::read(output_, &byte, 1) == 1 && byte != '\n';) line += byte;
   return line;

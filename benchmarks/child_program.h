@@ -19,7 +19,7 @@ class ChildProgram {
 
   pid_t id() const { return id_; }
   /// The next line of the output, without its end; empty at the end of it.
-  std::string ReadLine();
+  std::string ReadLine() const;
 
  private:
   pid_t id_ = -1;

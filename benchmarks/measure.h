@@ -27,9 +27,6 @@ class Stopwatch {
 /// One run that does not count, then `runs` that do; `one` returns what it measured.
 Sample Repeat(int runs, const std::function<double()>& one);
 
-/// Seconds that `work` takes.
-double TimeOf(const std::function<void()>& work);
-
 /// The compiler must take it that somebody reads and changes `value`.
 template <typename Value>
 void Keep(Value& value) {
@@ -38,6 +35,9 @@ void Keep(Value& value) {
 
 /// Seconds that this thread had of a processor so far: what else the machine does is not in it.
 double ProcessorTime();
+
+/// The processor time that `work` takes.
+double TimeOf(const std::function<void()>& work);
 
 /// Seconds of processor time of one `call`, from runs of many calls each.
 template <typename Call>

@@ -54,9 +54,7 @@ class Operation {
     double seconds = 0;
     for (int batch = 0; batch < kBatches; ++batch) {
       const Messages messages = MakeMany();
-      const double start = ProcessorTime();
-      Run(messages);
-      seconds += ProcessorTime() - start;
+      seconds += TimeOf([&] { Run(messages); });
     }
     return seconds / (kBatches * kCopies * static_cast<double>(SampleMessages().size()));
   }

@@ -1,9 +1,26 @@
 #include "pdu/pdu_text.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
 
 namespace celldesk {
+namespace {
+
+// HexDigitValue of the digits that there are in a PDU, and of their 8-bit neighbours.
+constexpr auto kDigitValues = [] {
+  std::array<std::uint8_t, 256> table{};
+  for (std::size_t digit = 0; digit < table.size(); ++digit) {
+    table[digit] = HexDigitValue(static_cast<char16_t>(digit));
+  }
+  return table;
+}();
+
+std::uint8_t DigitValue(char16_t digit) {
+  return digit < kDigitValues.size() ? kDigitValues[digit] : HexDigitValue(digit);
+}
+
+}  // namespace
 
 Status ReadOctet(std::uint8_t& octet, std::u16string_view text, std::size_t& position) {
   if (RemainingMeasure(text, position) <= 1) return E_FAIL;
@@ -15,7 +32,7 @@ void ReadOctets(std::span<std::uint8_t> octets, std::u16string_view text, std::s
   const std::u16string_view rest = text.substr(std::min(2 * index, text.size()));
   const std::size_t there = std::min(octets.size(), rest.size() / 2);
   for (std::size_t i = 0; i < there; ++i) {
-    octets[i] = static_cast<std::uint8_t>((HexDigitValue(rest[2 * i]) << 4) | HexDigitValue(rest[2 * i + 1]));
+    octets[i] = static_cast<std::uint8_t>((DigitValue(rest[2 * i]) << 4) | DigitValue(rest[2 * i + 1]));
   }
   std::fill(octets.begin() + static_cast<std::ptrdiff_t>(there), octets.end(), std::uint8_t{0});
 }

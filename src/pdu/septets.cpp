@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <bit>
+#include <cstring>
 
 #include "pdu/pdu_text.h"
 
@@ -16,22 +17,39 @@ constexpr std::size_t kBlockOctets = 56;
 /// The octet, counted from the field's first, that septet `k` begins in.
 constexpr std::size_t FirstOctet(std::size_t k) { return 7 * k / 8; }
 
-// Written without loops, so that the compiler sees whole words.
-
-/// Eight septets of seven octets; `octets` has one octet more than they take.
-template <std::size_t... I>
-void UnpackGroup(std::uint8_t* septets, const std::uint8_t* octets, std::index_sequence<I...> /*eight*/) {
-  const std::uint64_t bits = ((std::uint64_t{octets[I]} << (8 * I)) | ...);
-  ((septets[I] = (bits >> (7 * I)) & 0x7F), ...);
+/// Eight octets as a number, the first one lowest, and back.
+std::uint64_t Load(const std::uint8_t* octets) {
+  std::uint64_t bits = 0;
+  if constexpr (std::endian::native == std::endian::little) {
+    std::memcpy(&bits, octets, sizeof bits);
+  } else {
+    for (std::size_t i = 0; i < 8; ++i) bits |= std::uint64_t{octets[i]} << (8 * i);
+  }
+  return bits;
 }
 
-template <std::size_t... I>
-void PackGroup(std::uint8_t* octets, const std::uint8_t* septets, std::index_sequence<I...> /*eight*/) {
-  const std::uint64_t bits = (((septets[I] & std::uint64_t{0x7F}) << (7 * I)) | ...);
-  ((octets[I] = static_cast<std::uint8_t>(bits >> (8 * I))), ...);
+void Store(std::uint8_t* octets, std::uint64_t bits) {
+  if constexpr (std::endian::native == std::endian::little) {
+    std::memcpy(octets, &bits, sizeof bits);
+  } else {
+    for (std::size_t i = 0; i < 8; ++i) octets[i] = static_cast<std::uint8_t>(bits >> (8 * i));
+  }
 }
 
-using Eight = std::make_index_sequence<8>;
+/// Eight septets of seven octets, each to a byte of its own: halves, quarters and eighths are moved apart.
+constexpr std::uint64_t SpreadSeptets(std::uint64_t bits) {
+  bits &= 0x00FFFFFFFFFFFFFF;
+  bits = (bits & 0x000000000FFFFFFF) | ((bits & 0x00FFFFFFF0000000) << 4);
+  bits = (bits & 0x00003FFF00003FFF) | ((bits & 0x0FFFC0000FFFC000) << 2);
+  return (bits & 0x007F007F007F007F) | ((bits & 0x3F803F803F803F80) << 1);
+}
+
+constexpr std::uint64_t JoinSeptets(std::uint64_t bits) {
+  bits &= 0x7F7F7F7F7F7F7F7F;
+  bits = (bits & 0x007F007F007F007F) | ((bits & 0x7F007F007F007F00) >> 1);
+  bits = (bits & 0x00003FFF00003FFF) | ((bits & 0x3FFF00003FFF0000) >> 2);
+  return (bits & 0x000000000FFFFFFF) | ((bits & 0x0FFFFFFF00000000) >> 4);
+}
 
 }  // namespace
 
@@ -58,7 +76,8 @@ void UnpackSeptets(std::span<std::uint8_t> septets, std::u16string_view text, st
   for (; !septets.empty(); start += kBlockOctets) {
     const std::size_t count = std::min(septets.size(), kBlockSeptets);
     ReadOctets(std::span(octets).first(OctetsOfSeptets(count)), text, start);
-    for (std::size_t k = 0; k < count; k += 8) UnpackGroup(&block[k], &octets[OctetsOfSeptets(k)], Eight());
+    for (std::size_t k = 0; k < count; k += 8)
+      Store(&block[k], SpreadSeptets(Load(&octets[OctetsOfSeptets(k)])));
     std::copy_n(block.begin(), count, septets.begin());
     septets = septets.subspan(count);
   }
@@ -70,7 +89,8 @@ void PackSeptets(std::span<char16_t> text, std::span<const std::uint8_t> septets
   for (; !septets.empty(); start += kBlockOctets) {
     const std::size_t count = std::min(septets.size(), kBlockSeptets);
     std::fill(std::copy_n(septets.begin(), count, block.begin()), block.end(), std::uint8_t{0});
-    for (std::size_t k = 0; k < count; k += 8) PackGroup(&octets[OctetsOfSeptets(k)], &block[k], Eight());
+    for (std::size_t k = 0; k < count; k += 8)
+      Store(&octets[OctetsOfSeptets(k)], JoinSeptets(Load(&block[k])));
     std::size_t used = OctetsOfSeptets(count);
     if (octets[used - 1] == 0 && FirstOctet(count - 1) != used - 1) --used;
     WriteOctets(text, std::span(octets).first(used), start);

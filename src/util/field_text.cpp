@@ -27,6 +27,16 @@ std::size_t AfterLineEnd(FieldBytes bytes, std::size_t position) {
   return std::min(position + kLineEnd.size(), bytes.size());
 }
 
+std::string Escaped(std::string_view field) {
+  std::string escaped;
+  for (const char byte : field) {
+    if (byte == kClose) escaped += kEscape;
+    escaped += byte;
+    if (byte == kEscape) escaped += ' ';
+  }
+  return escaped;
+}
+
 std::string_view AsText(FieldBytes bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
@@ -61,16 +71,14 @@ std::u16string UnescapedText(FieldBytes field) {
 
 void AppendField(std::string& bytes, std::u16string_view text) {
   const std::size_t start = bytes.size();
-  bytes.resize(start + 2 * text.size() + 1);  // as if every character were escaped
-  char* end = bytes.data() + start;
-  for (const char16_t character : text) {
-    const char byte = static_cast<char>(ToWindows1250(character));
-    if (byte == kClose) *end++ = kEscape;
-    *end++ = byte;
-    if (byte == kEscape) *end++ = ' ';
+  bytes.resize(start + text.size());
+  std::transform(text.begin(), text.end(), bytes.begin() + static_cast<std::ptrdiff_t>(start),
+                 [](char16_t character) { return static_cast<char>(ToWindows1250(character)); });
+  if (bytes.find(kClose, start) != bytes.npos || bytes.find(kEscape, start) != bytes.npos) {
+    const std::string escaped = Escaped(std::string_view(bytes).substr(start));
+    bytes.replace(start, bytes.npos, escaped);
   }
-  *end++ = kClose;
-  bytes.resize(static_cast<std::size_t>(end - bytes.data()));
+  bytes += kClose;
 }
 
 void AppendNumber(std::string& bytes, std::int32_t number) {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <utility>
+
 namespace celldesk {
 namespace {
 
@@ -19,6 +22,28 @@ TEST(SmsStore, AppendsClearedRecordsThatAreNotInUse) {
   EXPECT_EQ(store.count(), 2);
   EXPECT_EQ(store.At(1).flags, 0U);
   EXPECT_EQ(store.At(1).memory, -1);
+}
+
+TEST(SmsStore, TakesARecordMadeBefore) {
+  SmsStore store;
+  store.Append();
+  auto made = std::make_unique<SmsMessage>();
+  made->text = u"made before";
+  const SmsMessage* const address = made.get();
+  EXPECT_EQ(store.Append(std::move(made)), 1);
+  EXPECT_EQ(&store.At(1), address);
+  EXPECT_EQ(store.At(1).text, u"made before");
+}
+
+TEST(SmsStore, CopiesARecordMadeBeforeIntoTheLastOneWhenItCannotGrow) {
+  SmsStore store;
+  for (int i = 0; i < SmsStore::kLimit; ++i) store.Append();
+  const SmsMessage* const last = &store.At(SmsStore::kLimit - 1);
+  auto made = std::make_unique<SmsMessage>();
+  made->text = u"made before";
+  EXPECT_EQ(store.Append(std::move(made)), SmsStore::kLimit - 1);
+  EXPECT_EQ(&store.At(SmsStore::kLimit - 1), last);
+  EXPECT_EQ(last->text, u"made before");
 }
 
 TEST(SmsStore, KeepsTheAddressOfARecordWhileItGrows) {

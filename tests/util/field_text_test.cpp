@@ -67,6 +67,9 @@ TEST(CopyField, ResolvesEscapes) {
 TEST(AfterField, StandsAfterTheClosingSemicolon) {
   EXPECT_EQ(AfterField(Bytes("a#;b;c"), 0), 5U);
   EXPECT_EQ(AfterField(Bytes("a#;b;c"), 5), std::nullopt);
+  EXPECT_EQ(AfterField(Bytes("a##;b;c"), 0), 4U);
+  EXPECT_EQ(AfterField(Bytes("a###;b;c"), 0), 7U);
+  EXPECT_EQ(AfterField(Bytes("#;b;c"), 1), 2U);
   EXPECT_EQ(AfterField(Bytes("a#;"), 0), std::nullopt);
   EXPECT_EQ(AfterField(Bytes("a#"), 0), std::nullopt);
   EXPECT_EQ(AfterField(Bytes(""), 0), std::nullopt);
