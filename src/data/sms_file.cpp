@@ -28,14 +28,17 @@ std::u16string AddressOf(const SmsMessage& message) {
   }
 }
 
-std::u16string TextOf(const SmsMessage& message, TextSource texts) {
-  return message.type() == SmsType::kStatusReport ? message.DeliveryReportText(texts) : message.text;
+/// The message's own text, or its report's sentence in `buffer`.
+std::u16string_view TextOf(const SmsMessage& message, TextSource texts, std::u16string& buffer) {
+  if (message.type() != SmsType::kStatusReport) return message.text;
+  return buffer = message.DeliveryReportText(texts);
 }
 
 Status WriteMessage(RecordWriter& writer, const SmsMessage& message, TextSource texts) {
   const auto characters = static_cast<int>(message.pdu_text.size());
+  std::u16string buffer;
   return writer.Field(AddressOf(message))
-      .Field(TextOf(message, texts))
+      .Field(TextOf(message, texts, buffer))
       .Number(message.tpdu_length == 0 ? characters : message.tpdu_length)
       .Number(message.storage_status)
       .Field(message.pdu_text)

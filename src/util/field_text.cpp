@@ -72,12 +72,13 @@ std::u16string UnescapedText(FieldBytes field) {
 void AppendField(std::string& bytes, std::u16string_view text) {
   const std::size_t start = bytes.size();
   bytes.resize(start + text.size());
-  std::transform(text.begin(), text.end(), bytes.begin() + static_cast<std::ptrdiff_t>(start),
-                 [](char16_t character) { return static_cast<char>(ToWindows1250(character)); });
-  if (bytes.find(kClose, start) != bytes.npos || bytes.find(kEscape, start) != bytes.npos) {
-    const std::string escaped = Escaped(std::string_view(bytes).substr(start));
-    bytes.replace(start, bytes.npos, escaped);
-  }
+  bool special = false;
+  std::transform(text.begin(), text.end(), bytes.data() + start, [&special](char16_t character) {
+    const char byte = static_cast<char>(ToWindows1250(character));
+    special |= byte == kClose || byte == kEscape;
+    return byte;
+  });
+  if (special) bytes.replace(start, bytes.npos, Escaped(std::string_view(bytes).substr(start)));
   bytes += kClose;
 }
 
