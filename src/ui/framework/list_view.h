@@ -25,7 +25,7 @@ class ListView {
   ListView& operator=(const ListView&) = delete;
 
   /// Columns of the string resource of this number.
-  void BuildColumns(int specification);
+  void BuildColumns(int column_string);
   int ColumnCount() const;
   /// In column order, in pixels.
   std::vector<std::uint16_t> Widths() const;

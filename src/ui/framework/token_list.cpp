@@ -23,8 +23,8 @@ std::vector<std::u16string> ParseTokens(std::u16string_view list) {
   return tokens;
 }
 
-std::vector<ColumnSpec> ParseColumns(std::u16string_view specification) {
-  const std::vector<std::u16string> tokens = ParseTokens(specification);
+std::vector<ColumnSpec> ParseColumns(std::u16string_view column_string) {
+  const std::vector<std::u16string> tokens = ParseTokens(column_string);
   std::vector<ColumnSpec> columns;
   for (std::size_t i = 0; i + 1 < tokens.size(); i += 2) {
     columns.push_back({ParseDecimal(tokens[i]), tokens[i + 1]});

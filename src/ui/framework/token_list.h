@@ -21,6 +21,6 @@ struct ColumnSpec {
 
 /// Columns from a column string, tokens in pairs: width, caption. A width token without digits gives 0; a
 /// width without a caption ends the reading.
-std::vector<ColumnSpec> ParseColumns(std::u16string_view specification);
+std::vector<ColumnSpec> ParseColumns(std::u16string_view column_string);
 
 }  // namespace celldesk

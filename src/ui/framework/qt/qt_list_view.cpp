@@ -33,8 +33,8 @@ ListView::ListView(Window& owner, int id) : owner_(owner), id_(id), native_(std:
 
 ListView::~ListView() { delete native_->table.data(); }
 
-void ListView::BuildColumns(int specification) {
-  const std::vector<ColumnSpec> columns = ParseColumns(LoadString(specification));
+void ListView::BuildColumns(int column_string) {
+  const std::vector<ColumnSpec> columns = ParseColumns(LoadString(column_string));
   native_->model->SetColumns(columns);
   std::vector<std::uint16_t> widths;
   for (const ColumnSpec& column : columns) widths.push_back(static_cast<std::uint16_t>(column.width));
