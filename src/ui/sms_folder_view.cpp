@@ -163,7 +163,7 @@ int SmsFolderView::ItemImage(std::size_t record) {
 
 std::u16string SmsFolderView::EmptyText() const {
   if (!frame().IsConnected()) return FolderView::EmptyText();
-  if (!filled_ || messages().count() == 0) return LoadString(text::kEmptyLoadMessages);
+  if (!loaded_) return LoadString(text::kEmptyLoadMessages);
   return LoadString(is_inbox() ? text::kEmptyInbox : text::kEmptyOutbox);
 }
 
@@ -265,7 +265,7 @@ void SmsFolderView::LoadData() {
     messages().Clear();
     services().engine.waiter().Pause(kBeforeDownload);
     status = sms().ListAll(this);
-    if (!Failed(status)) filled_ = true;
+    if (!Failed(status)) filled_ = loaded_ = sibling_->loaded_ = true;
   }
   list().SetEmptyText(EmptyText());
   if (Failed(status)) TellCommunicationError(frame().window(), services().engine);

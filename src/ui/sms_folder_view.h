@@ -76,7 +76,8 @@ class SmsFolderView : public FolderView, public RowObserver {
   SmsColumns columns_;
   SmsFolderView* sibling_ = nullptr;
   bool names_ = true;
-  bool filled_ = false;
+  bool filled_ = false;    // the list holds the model's records
+  bool loaded_ = false;    // the model is what a phone held
   int progress_text_ = 0;  // what the status line says of a procedure, with a count
   int progress_ = 0;
 };
