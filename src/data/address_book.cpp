@@ -41,7 +41,7 @@ Status AddressBook::Resize(int count) {
   count = std::max(count, 0);
   if (count > kLimit) return E_OUTOFMEMORY;
   try {
-    const auto steps = static_cast<std::size_t>((count / kGrowBy + 1) * kGrowBy);
+    const auto steps = static_cast<std::size_t>(count / kGrowBy + 1) * kGrowBy;
     const std::size_t present = entries_.capacity();
     if (steps > present) entries_.reserve(std::max(steps, present + present / 2));
     entries_.resize(static_cast<std::size_t>(count));

@@ -11,7 +11,7 @@ constexpr char16_t kCarriageReturn = u'\r';
 constexpr std::u16string_view kLineEnds = u"\r\n";
 
 // Room for a line that goes on in the next chunk: a whole PDU with its service centre, in hexadecimal.
-constexpr std::size_t kLongestPduLine = 2 * (164 + 12);
+constexpr std::size_t kLongestPduLine = std::size_t{2} * (164 + 12);
 
 }  // namespace
 
