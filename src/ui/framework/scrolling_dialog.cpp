@@ -59,6 +59,17 @@ MessageResult ScrollingDialog::WindowProc(Message message, WordParameter word, L
   return 0;
 }
 
+void ScrollingDialog::OnResize() {
+  LayOut();
+  for (const bool is_vertical : {false, true}) {
+    ScrollState& state = is_vertical ? vertical_ : horizontal_;
+    if (!state.is_set_up()) continue;
+    const ScrollExtent extent = Extent(is_vertical);
+    state.SetUp(extent.page, extent.content);
+    MoveContent(is_vertical, state.position());
+  }
+}
+
 // The low word is the action, the high word the thumb's position.
 void ScrollingDialog::Scroll(ScrollState& state, bool is_vertical, WordParameter word) {
   const ScrollExtent extent = Extent(is_vertical);

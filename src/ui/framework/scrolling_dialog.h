@@ -34,6 +34,8 @@ struct ScrollExtent {
 class ScrollingDialog : public Dialog {
  public:
   ScrollingDialog(int template_number, bool horizontal, bool vertical);
+  /// Puts the controls behind the scroll bars.
+  bool OnInitDialog(int focus, LongParameter parameter) override;
   MessageResult WindowProc(Message message, WordParameter word, LongParameter parameter) override;
 
   const ScrollState& horizontal() const { return horizontal_; }
@@ -42,6 +44,9 @@ class ScrollingDialog : public Dialog {
  private:
   ScrollExtent Extent(bool is_vertical) const;
   void MoveContent(bool is_vertical, int position);
+  /// The window has another size: bars and content follow, positions stay within the new range.
+  void OnResize();
+  void LayOut();
   void Scroll(ScrollState& state, bool is_vertical, WordParameter word);
 
   bool horizontal_enabled_;

@@ -19,6 +19,7 @@ namespace {
 Application* the_application = nullptr;
 
 constexpr int kHelpKey = -1;
+constexpr QEvent::Type kIdleEvent = QEvent::User;
 
 // While lines keep coming the window still gets its share of time this often.
 constexpr qint64 kPumpInterval = 20;
@@ -29,14 +30,26 @@ constexpr qint64 kPumpInterval = 20;
 struct NativeApplication : public QObject {
   NativeApplication(int& argument_count, char** arguments) : toolkit(argument_count, arguments) {
     toolkit.installEventFilter(this);
-    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
-                     [this] {
-                       if (waiting == 0 && !in_idle) RunIdle();
-                     });
     pump_clock.start();
   }
 
+  // Idle work follows every message, once nothing else waits: it is an event of low priority.
+  void PostIdle() {
+    if (idle_posted || waiting > 0) return;
+    idle_posted = true;
+    QCoreApplication::postEvent(this, new QEvent(kIdleEvent), Qt::LowEventPriority);
+  }
+
+  bool event(QEvent* event) override {
+    if (event->type() != kIdleEvent) return QObject::event(event);
+    idle_posted = false;
+    if (waiting == 0) the_application->IdleLoop();
+    return true;
+  }
+
   bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == kIdleEvent) return false;
+    PostIdle();
     if (event->spontaneous()) input_seen = true;
     const bool is_key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     if (!is_key) return false;
@@ -85,12 +98,6 @@ struct NativeApplication : public QObject {
     }
   }
 
-  void RunIdle() {
-    in_idle = true;
-    the_application->IdleLoop();
-    in_idle = false;
-  }
-
   // One round of the event loop that ends at the latest when `deadline` passes.
   void ProcessUntil(const QDeadlineTimer& deadline) {
     QTimer timer;
@@ -106,11 +113,29 @@ struct NativeApplication : public QObject {
   QEventLoop* loop = nullptr;
   int waiting = 0;
   int exit_code = 0;
-  bool in_idle = false;
+  bool idle_posted = false;
   bool input_seen = false;
   bool quit = false;
   bool wait_cursor = false;
 };
+
+namespace {
+
+/// While one of these lives messages are handled without idle work.
+class PumpScope {
+ public:
+  explicit PumpScope(NativeApplication& native) : native_(native) { ++native_.waiting; }
+  ~PumpScope() {
+    if (--native_.waiting == 0) native_.PostIdle();
+  }
+  PumpScope(const PumpScope&) = delete;
+  PumpScope& operator=(const PumpScope&) = delete;
+
+ private:
+  NativeApplication& native_;
+};
+
+}  // namespace
 
 Application::Application(int& argument_count, char** arguments) {
   the_application = this;
@@ -140,7 +165,7 @@ int Application::Main(std::u16string_view command_line) {
 bool Application::WaitFor(Event& event, std::chrono::milliseconds timeout) {
   if (native_->pump_clock.elapsed() >= kPumpInterval) PumpMessages();
   if (event.IsSet()) return true;
-  ++native_->waiting;
+  const PumpScope pumping(*native_);
   event.SetHook([] { QAbstractEventDispatcher::instance(qApp->thread())->wakeUp(); });
   QDeadlineTimer deadline(timeout, Qt::PreciseTimer);
   while (!event.IsSet() && !deadline.hasExpired()) {
@@ -149,28 +174,26 @@ bool Application::WaitFor(Event& event, std::chrono::milliseconds timeout) {
     if (native_->input_seen) deadline.setRemainingTime(timeout, Qt::PreciseTimer);
   }
   event.SetHook({});
-  --native_->waiting;
   return event.IsSet();
 }
 
 void Application::Pause(std::chrono::milliseconds duration) {
-  ++native_->waiting;
+  const PumpScope pumping(*native_);
   const QDeadlineTimer deadline(duration, Qt::PreciseTimer);
   while (!deadline.hasExpired()) native_->ProcessUntil(deadline);
-  --native_->waiting;
 }
 
 void Application::PumpMessages() {
-  ++native_->waiting;
-  QCoreApplication::processEvents();
+  const PumpScope pumping(*native_);
+  QCoreApplication::processEvents(QEventLoop::AllEvents, kPumpInterval);
   native_->pump_clock.restart();
-  --native_->waiting;
 }
 
 int Application::Run(const bool* go_on) {
   QEventLoop loop;
   QEventLoop* outer = native_->loop;
   native_->loop = &loop;
+  native_->PostIdle();
   if (go_on == nullptr) {
     if (!native_->quit) loop.exec();
   } else {
@@ -183,7 +206,6 @@ int Application::Run(const bool* go_on) {
 
 void Application::IdleLoop() {
   for (int count = 0; OnIdle(count); ++count) {
-    if (QAbstractEventDispatcher::instance() == nullptr) return;
   }
 }
 

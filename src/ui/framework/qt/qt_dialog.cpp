@@ -87,7 +87,7 @@ int Dialog::RunModal(Window* owner, LongParameter parameter) {
   window.resize(window.sizeHint().boundedTo(kSmallestScreen));
   if (modal_hook)
     QMetaObject::invokeMethod(
-        &window, [this] { modal_hook(*this); }, Qt::QueuedConnection);
+        &window, [this, hook = modal_hook] { hook(*this); }, Qt::QueuedConnection);
   const std::optional<int> ended = controls_->result;
   const int result = ended ? *ended : window.exec();
   Dispatch(Message::kDestroy, 0, 0);
