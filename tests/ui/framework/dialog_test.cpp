@@ -46,7 +46,9 @@ class DialogTest : public FrameworkTest {
 
 TEST_F(DialogTest, IsPreparedBeforeItShows) {
   NotingDialog dialog;
-  EXPECT_EQ(Run(dialog, [](Dialog& shown) { shown.EndDialog(42); }, 17), 42);
+  EXPECT_EQ(Run(
+                dialog, [](Dialog& shown) { shown.EndDialog(42); }, 17),
+            42);
   EXPECT_EQ(dialog.calls.front(), "OnInitDialog 17");
   EXPECT_TRUE(dialog.saw_controls);
 }
@@ -111,9 +113,8 @@ TEST_F(DialogTest, GivesEveryMessageToItsProcedureFirst) {
   EXPECT_EQ(notification_result, 1);
   EXPECT_EQ(handled, 7);
   dialog.calls.resize(std::min<std::size_t>(dialog.calls.size(), 7));
-  EXPECT_THAT(dialog.calls,
-              ElementsAre("WindowProc 273", "OnCommand 2002", "WindowProc 78", "OnNotify 1000 1",
-                          "WindowProc 275", "WindowProc 275", "OnTimer 5"));
+  EXPECT_THAT(dialog.calls, ElementsAre("WindowProc 273", "OnCommand 2002", "WindowProc 78",
+                                        "OnNotify 1000 1", "WindowProc 275", "WindowProc 275", "OnTimer 5"));
 }
 
 TEST_F(DialogTest, EndsWithOkOnceItsDataIsTaken) {
@@ -157,11 +158,12 @@ TEST_F(DialogTest, NeverShowsWhenItEndsWhileItIsPrepared) {
 TEST_F(DialogTest, CanRunAgain) {
   NotingDialog dialog;
   for (int run = 1; run <= 3; ++run) {
-    EXPECT_EQ(Run(dialog, [&](Dialog& shown) {
-                EXPECT_EQ(shown.Text(kName), u"");
-                shown.SetText(kName, u"left over");
-                shown.EndDialog(run);
-              }),
+    EXPECT_EQ(Run(dialog,
+                  [&](Dialog& shown) {
+                    EXPECT_EQ(shown.Text(kName), u"");
+                    shown.SetText(kName, u"left over");
+                    shown.EndDialog(run);
+                  }),
               run);
   }
 }

@@ -10,7 +10,9 @@ namespace {
 
 class FontSetTest : public FrameworkTest {
  protected:
-  static QFont Font(const FontSet& fonts, FontRole role) { return FontOf(&fonts, role, QApplication::font()); }
+  static QFont Font(const FontSet& fonts, FontRole role) {
+    return FontOf(&fonts, role, QApplication::font());
+  }
 };
 
 TEST_F(FontSetTest, MakesTheFourOfTheList) {

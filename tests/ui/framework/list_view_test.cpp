@@ -31,7 +31,9 @@ class ListOwner : public Dialog {
     buffer = std::u16string(text.begin(), text.end());
     return column == 2 ? std::u16string_view() : std::u16string_view(buffer);
   }
-  FontRole ItemFont(std::size_t record) override { return record == 2 ? FontRole::kStruckOut : FontRole::kNormal; }
+  FontRole ItemFont(std::size_t record) override {
+    return record == 2 ? FontRole::kStruckOut : FontRole::kNormal;
+  }
   int ItemImage(std::size_t record) override { return static_cast<int>(record) - 1; }
   int Compare(std::size_t record1, std::size_t record2) override {
     if (list().sort_column() == 2) return 0;
@@ -208,7 +210,8 @@ TEST_F(ListViewTest, OpensNothingBelowItsRows) {
   Fill({5});
   ClickRow(list(), 0);
   const QWidget* viewport = list().native()->table->viewport();
-  QTest::mouseDClick(list().native()->table->viewport(), Qt::LeftButton, {}, viewport->rect().bottomLeft() - QPoint(-5, 5));
+  QTest::mouseDClick(list().native()->table->viewport(), Qt::LeftButton, {},
+                     viewport->rect().bottomLeft() - QPoint(-5, 5));
   EXPECT_THAT(owner_.commands, IsEmpty());
 }
 
@@ -219,8 +222,9 @@ TEST_F(ListViewTest, TellsOfClicksAndKeys) {
   PressKey(list(), Qt::Key_Space);
   PressKey(list(), Qt::Key_Return);
   PressKey(list(), Qt::Key_Enter);
-  EXPECT_THAT(owner_.notes, ElementsAre(std::pair(NotifyCode::kClick, 2), std::pair(NotifyCode::kDeleteKey, 2),
-                                        std::pair(NotifyCode::kClick, 2)));
+  EXPECT_THAT(owner_.notes,
+              ElementsAre(std::pair(NotifyCode::kClick, 2), std::pair(NotifyCode::kDeleteKey, 2),
+                          std::pair(NotifyCode::kClick, 2)));
   EXPECT_THAT(owner_.commands, ElementsAre(1, 1));
 }
 

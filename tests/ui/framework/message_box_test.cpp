@@ -51,12 +51,13 @@ TEST_F(MessageBoxTest, ShowsTextCaptionIconAndButtons) {
     EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
     box.reject();
   });
-  Show({u"ERROR", u"Communication error", BoxButtons::kOk, BoxIcon::kInformation, false}, [](QMessageBox& box) {
-    EXPECT_EQ(box.windowTitle().toStdString(), "Communication error");
-    EXPECT_EQ(box.icon(), QMessageBox::Information);
-    EXPECT_THAT(ButtonTexts(box), ElementsAre("OK"));
-    box.reject();
-  });
+  Show({u"ERROR", u"Communication error", BoxButtons::kOk, BoxIcon::kInformation, false},
+       [](QMessageBox& box) {
+         EXPECT_EQ(box.windowTitle().toStdString(), "Communication error");
+         EXPECT_EQ(box.icon(), QMessageBox::Information);
+         EXPECT_THAT(ButtonTexts(box), ElementsAre("OK"));
+         box.reject();
+       });
 }
 
 TEST_F(MessageBoxTest, TakesEnterForTheDefaultButton) {
@@ -88,11 +89,12 @@ TEST_F(MessageBoxTest, BreaksLinesAtCarriageReturns) {
 }
 
 TEST_F(MessageBoxTest, NeverReadsTextsAsMarkup) {
-  Show({u"<b>ERROR</b> &amp; <img src='x'>", {}, BoxButtons::kOk, BoxIcon::kNone, false}, [](QMessageBox& box) {
-    EXPECT_EQ(box.textFormat(), Qt::PlainText);
-    EXPECT_EQ(box.text().toStdString(), "<b>ERROR</b> &amp; <img src='x'>");
-    box.reject();
-  });
+  Show({u"<b>ERROR</b> &amp; <img src='x'>", {}, BoxButtons::kOk, BoxIcon::kNone, false},
+       [](QMessageBox& box) {
+         EXPECT_EQ(box.textFormat(), Qt::PlainText);
+         EXPECT_EQ(box.text().toStdString(), "<b>ERROR</b> &amp; <img src='x'>");
+         box.reject();
+       });
 }
 
 TEST(MessageBoxScript, AnswersInOrderAndThenNo) {

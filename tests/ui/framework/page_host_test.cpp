@@ -16,7 +16,8 @@ using testing::IsEmpty;
 
 class Page : public Dialog {
  public:
-  explicit Page(std::string name, std::vector<std::string>& calls) : Dialog(200), name_(std::move(name)), calls_(calls) {}
+  explicit Page(std::string name, std::vector<std::string>& calls)
+      : Dialog(200), name_(std::move(name)), calls_(calls) {}
 
   bool OnInitDialog(int, LongParameter) override {
     calls_.push_back(name_ + " made");
@@ -38,8 +39,7 @@ class Page : public Dialog {
 class HostFrame : public FrameWindow {
  public:
   MessageResult OnNotify(int control_id, const Notification& notification) override {
-    if (notification.code == NotifyCode::kPageChanged)
-      changes.push_back(control_id * 10 + notification.row);
+    if (notification.code == NotifyCode::kPageChanged) changes.push_back(control_id * 10 + notification.row);
     return 0;
   }
   std::vector<int> changes;

@@ -18,7 +18,8 @@ std::string MenuText(int number) {
   std::string text;
   for (const MenuPopup& popup : LoadMenu(number)) {
     text += "|" + ToUtf8(popup.title) + ":";
-    for (const MenuItem& item : popup.items) text += " " + (item.command == 0 ? "-" : ToUtf8(item.text)) + ",";
+    for (const MenuItem& item : popup.items)
+      text += " " + (item.command == 0 ? "-" : ToUtf8(item.text)) + ",";
   }
   return text;
 }
@@ -53,8 +54,8 @@ TEST(MenuTemplate, HasTheMenusOfViewerAndEditor) {
 }
 
 TEST(MenuTemplate, GivesTheItemsTheirCommands) {
-  EXPECT_THAT(Commands(185), ElementsAre(2002, 2006, 2003, 2017, 2054, 2018, 2008, 2009, 2010, 2014, 2015, 2048,
-                                         2012, 2013, 2011, 2047));
+  EXPECT_THAT(Commands(185), ElementsAre(2002, 2006, 2003, 2017, 2054, 2018, 2008, 2009, 2010, 2014, 2015,
+                                         2048, 2012, 2013, 2011, 2047));
   EXPECT_THAT(Commands(198), ElementsAre(2042, 2036, 2023, 2025, 2003));
   EXPECT_THAT(Commands(199), ElementsAre(2042, 2036, 2030, 2034, 2003));
   EXPECT_THAT(Commands(195), ElementsAre(2029, 2028));
@@ -68,7 +69,8 @@ TEST(MenuTemplate, IsEmptyForAnUnknownNumber) {
 
 TEST(AcceleratorTable, HasTheTenKeys) {
   std::string text;
-  for (const Accelerator& one : LoadAccelerators(190)) text += ToUtf8(one.key) + "=" + std::to_string(one.command) + " ";
+  for (const Accelerator& one : LoadAccelerators(190))
+    text += ToUtf8(one.key) + "=" + std::to_string(one.command) + " ";
   EXPECT_EQ(text,
             "Ctrl+D=2003 Ctrl+E=2013 Ctrl+F=2025 Ctrl+I=2012 Ctrl+N=2002 Ctrl+P=2011 Ctrl+R=2023 Ctrl+S=2030 "
             "Alt+Down=2036 Alt+Up=2042 ");
@@ -83,8 +85,9 @@ std::string BarText(int tool_tips) {
 
 TEST(CommandBarTemplate, BeginsWithASeparatorAndNamesEveryButton) {
   EXPECT_EQ(BarText(107), "0=;2002=New;2003=Delete;2011=Settings;2014=Download;2015=Upload;2044=Connection;");
-  EXPECT_EQ(BarText(122),
-            "0=;2003=Delete;2011=Settings;2023=Reply;2025=Forward;2014=Download;2015=Upload;2044=Connection;");
+  EXPECT_EQ(
+      BarText(122),
+      "0=;2003=Delete;2011=Settings;2023=Reply;2025=Forward;2014=Download;2015=Upload;2044=Connection;");
   EXPECT_EQ(BarText(123),
             "0=;2002=New;2003=Delete;2011=Settings;2025=Forward;2014=Donwload;2015=Upload;2044=Connection;");
 }

@@ -50,7 +50,8 @@ TEST(ColumnList, TakesNoWidthFromATokenWithoutDigits) {
 }
 
 TEST(ColumnList, EscapesCaptionsToo) {
-  EXPECT_THAT(ParseColumns(u"40;ID;50;Na#;me;"), ElementsAre(ColumnSpec{40, u"ID"}, ColumnSpec{50, u"Na;me"}));
+  EXPECT_THAT(ParseColumns(u"40;ID;50;Na#;me;"),
+              ElementsAre(ColumnSpec{40, u"ID"}, ColumnSpec{50, u"Na;me"}));
 }
 
 TEST(ColumnList, LeavesOutAWidthWithoutCaption) {

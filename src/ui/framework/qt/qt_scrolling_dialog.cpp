@@ -44,7 +44,8 @@ QScrollBar* AddBar(Qt::Orientation orientation, QWidget* page, Window& dialog) {
     const int wanted = bar->sliderPosition();
     bar->setSliderPosition(bar->value());
     if (!action) return;
-    dialog.Dispatch(message, static_cast<WordParameter>(*action) | static_cast<WordParameter>(wanted) << 16, 0);
+    dialog.Dispatch(message, static_cast<WordParameter>(*action) | static_cast<WordParameter>(wanted) << 16,
+                    0);
   });
   return bar;
 }
