@@ -31,7 +31,7 @@ constexpr std::array<std::u16string_view, 20> kTexts = {
     u"Gr\u00FC\u00DFe aus K\u00F6ln, das Wetter ist gro\u00DFartig und der Dom immer noch eine Baustelle.",
     u"Did you see the game last night? I still cannot believe that third goal...",
     u"Yes",
-    u"Happy birthday!! Many happy returns from all of us at number nine, the cat and the fish included.",
+    u"Happy birthday!! Many happy returns from all of us at number nine!",
     u"The code for the door is 4711, then the green button. The key is under the second pot.",
     u"Meeting moved to 16:00, room 3. Bring the figures of the last quarter, please.",
     u"Call me when you can",

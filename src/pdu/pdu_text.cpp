@@ -22,12 +22,6 @@ std::uint8_t DigitValue(char16_t digit) {
 
 }  // namespace
 
-Status ReadOctet(std::uint8_t& octet, std::u16string_view text, std::size_t& position) {
-  if (RemainingMeasure(text, position) <= 1) return E_FAIL;
-  octet = ReadOctetAt(text, position++);
-  return S_OK;
-}
-
 void ReadOctets(std::span<std::uint8_t> octets, std::u16string_view text, std::size_t index) {
   const std::u16string_view rest = text.substr(std::min(2 * index, text.size()));
   const std::size_t there = std::min(octets.size(), rest.size() / 2);

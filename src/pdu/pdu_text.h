@@ -32,10 +32,19 @@ inline std::uint8_t ReadOctetAt(std::u16string_view text, std::size_t index) {
                                    HexDigitValue(text[2 * index + 1]));
 }
 
+/// Characters of `text` less octets of `position`, the measure that missing fields are detected by.
+constexpr std::ptrdiff_t RemainingMeasure(std::u16string_view text, std::size_t position) {
+  return static_cast<std::ptrdiff_t>(text.size()) - static_cast<std::ptrdiff_t>(position);
+}
+
 /// Reads the octet at `position` and advances. E_FAIL, nothing changed, when the characters of `text` less
 /// the octets of `position` are 1 or less: characters are compared with octets on purpose, so a read a little
 /// beyond the end succeeds and gives 0.
-Status ReadOctet(std::uint8_t& octet, std::u16string_view text, std::size_t& position);
+inline Status ReadOctet(std::uint8_t& octet, std::u16string_view text, std::size_t& position) {
+  if (RemainingMeasure(text, position) <= 1) return E_FAIL;
+  octet = ReadOctetAt(text, position++);
+  return S_OK;
+}
 
 /// Writes one octet, two digits.
 inline void WriteOctetAt(std::span<char16_t> text, std::uint8_t octet, std::size_t index) {
@@ -59,11 +68,6 @@ void WriteOctets(std::span<char16_t> text, std::span<const std::uint8_t> octets,
 std::uint8_t ReadBcdAt(std::u16string_view text, std::size_t index);
 /// Writes `value` as two decimal digits, units first; meaningful below 100.
 void WriteBcdAt(std::span<char16_t> text, std::uint8_t value, std::size_t index);
-
-/// Characters of `text` less octets of `position`, the measure that missing fields are detected by.
-constexpr std::ptrdiff_t RemainingMeasure(std::u16string_view text, std::size_t position) {
-  return static_cast<std::ptrdiff_t>(text.size()) - static_cast<std::ptrdiff_t>(position);
-}
 
 /// Gives `text` a length of `size`; E_OUTOFMEMORY, nothing changed, when that cannot be had.
 Status ResizeText(std::u16string& text, std::size_t size);
