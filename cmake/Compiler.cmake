@@ -1,7 +1,9 @@
 # What every target is compiled with: warnings are errors, sanitizers by preset, ccache where it is there.
 find_program(CELLDESK_CCACHE ccache)
 if(CELLDESK_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CELLDESK_CCACHE})
+  # Every build folder of every clone finds what another has compiled.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CELLDESK_CCACHE})
 endif()
 
 add_library(celldesk_options INTERFACE)

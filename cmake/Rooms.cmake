@@ -19,8 +19,6 @@ function(celldesk_test name folder)
   endif()
   add_executable(${name}_test ${sources})
   target_include_directories(${name}_test PRIVATE ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR})
-  target_compile_definitions(${name}_test PRIVATE CELLDESK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data"
-    CELLDESK_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
   target_link_libraries(${name}_test PRIVATE celldesk_options ${ARGN} GTest::gmock GTest::gtest_main)
   set_target_properties(${name}_test PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_test(NAME ${name} COMMAND ${name}_test)

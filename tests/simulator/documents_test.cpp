@@ -5,12 +5,13 @@
 #include "phone_driver.h"
 #include "simulator/phone_state.h"
 #include "simulator/posix/state_file.h"
+#include "support/paths.h"
 
 namespace celldesk::simulator {
 namespace {
 
 std::string Document(const std::string& name) {
-  const auto text = ReadFile(std::string(CELLDESK_DOCS) + '/' + name);
+  const auto text = ReadFile(SourceFolder() + "/docs/" + name);
   EXPECT_TRUE(text.has_value()) << name;
   return text.value_or("");
 }

@@ -10,12 +10,15 @@
 #include "simulator/posix/port_entry.h"
 #include "simulator/posix/state_file.h"
 #include "simulator/sample_memory.h"
+#include "support/paths.h"
 #include "temporary_folder.h"
 
 namespace celldesk::simulator {
 namespace {
 
 namespace fs = std::filesystem;
+
+std::string PhoneProgram() { return ProgramFolder() + "/celldesk-phone"; }
 
 PhoneMemory StateIn(const std::string& path) {
   const auto memory = LoadState(ReadFile(path).value_or(""));
@@ -26,7 +29,7 @@ PhoneMemory StateIn(const std::string& path) {
 TEST(PhoneProgram, PrintsItsDeviceListsThePortAndEndsOnASignal) {
   for (const int signal : {SIGINT, SIGTERM}) {
     const TemporaryFolder folder;
-    Program program(CELLDESK_PHONE_PROGRAM, {});
+    Program program(PhoneProgram(), {});
     const std::string device = program.ReadLine();
     EXPECT_TRUE(device.starts_with("/dev/")) << device;
     EXPECT_EQ(fs::read_symlink(PortFolder() + "/Simulated phone"), device);
@@ -38,7 +41,7 @@ TEST(PhoneProgram, PrintsItsDeviceListsThePortAndEndsOnASignal) {
 
 TEST(PhoneProgram, ServesAFilledMemory) {
   const TemporaryFolder folder;
-  Program program(CELLDESK_PHONE_PROGRAM, {"--filled", "--port", "Mine"});
+  Program program(PhoneProgram(), {"--filled", "--port", "Mine"});
   PtyClient client(program.ReadLine());
   EXPECT_EQ(client.Ask("ATE0"), "ATE0\r\r\nOK\r\n");
   EXPECT_EQ(client.Ask("AT+CPBS?"), "\r\n+CPBS: \"SM\",12,250\r\n\r\nOK\r\n");
@@ -49,7 +52,7 @@ TEST(PhoneProgram, KeepsItsMemoryInTheStateFile) {
   const TemporaryFolder folder;
   const std::string state = folder.File("state.txt");
   {
-    Program program(CELLDESK_PHONE_PROGRAM, {"--filled", "--state", state});
+    Program program(PhoneProgram(), {"--filled", "--state", state});
     PtyClient client(program.ReadLine());
     ASSERT_TRUE(client.Ask("AT+CPBW=1").ends_with("OK\r\n"));
     EXPECT_FALSE(StateIn(state).FindPhonebook("SM")->entries.contains(1)) << "written before the reply";
@@ -59,7 +62,7 @@ TEST(PhoneProgram, KeepsItsMemoryInTheStateFile) {
   PhoneMemory expected = SampleMemory();
   expected.FindPhonebook("SM")->entries.erase(1);
   EXPECT_EQ(StateIn(state), expected);
-  Program again(CELLDESK_PHONE_PROGRAM, {"--state", state});
+  Program again(PhoneProgram(), {"--state", state});
   PtyClient client(again.ReadLine());
   ASSERT_TRUE(client.Ask("ATE0").ends_with("OK\r\n"));
   EXPECT_EQ(client.Ask("AT+CPBS?"), "\r\n+CPBS: \"SM\",11,250\r\n\r\nOK\r\n");
@@ -67,7 +70,7 @@ TEST(PhoneProgram, KeepsItsMemoryInTheStateFile) {
 
 TEST(PhoneProgram, AStateFileIsThereAtTheEndEvenWithoutAChange) {
   const TemporaryFolder folder;
-  Program program(CELLDESK_PHONE_PROGRAM, {"--state", folder.File("state.txt")});
+  Program program(PhoneProgram(), {"--state", folder.File("state.txt")});
   ASSERT_FALSE(program.ReadLine().empty());
   program.Signal(SIGTERM);
   ASSERT_EQ(program.Wait(), 0);
@@ -77,7 +80,7 @@ TEST(PhoneProgram, AStateFileIsThereAtTheEndEvenWithoutAChange) {
 TEST(PhoneProgram, RefusesAStateFileItDoesNotUnderstand) {
   const TemporaryFolder folder;
   std::ofstream(folder.File("state.txt")) << "something else\n";
-  Program program(CELLDESK_PHONE_PROGRAM, {"--state", folder.File("state.txt")});
+  Program program(PhoneProgram(), {"--state", folder.File("state.txt")});
   EXPECT_NE(program.ReadAll().find("state.txt: line 1: something else"), std::string::npos);
   EXPECT_EQ(program.Wait(), 1);
   EXPECT_EQ(ReadFile(folder.File("state.txt")), "something else\n");
@@ -85,7 +88,7 @@ TEST(PhoneProgram, RefusesAStateFileItDoesNotUnderstand) {
 
 TEST(PhoneProgram, FaultsAndProfilesOfTheCommandLineApply) {
   const TemporaryFolder folder;
-  Program program(CELLDESK_PHONE_PROGRAM, {"--profile", "no-space", "--fault", "AT+CSQ#1:cme-error:14"});
+  Program program(PhoneProgram(), {"--profile", "no-space", "--fault", "AT+CSQ#1:cme-error:14"});
   PtyClient client(program.ReadLine());
   ASSERT_TRUE(client.Ask("ATE0").ends_with("OK\r\n"));
   EXPECT_EQ(client.Ask("AT+CSQ", "14\r\n"), "\r\n+CME ERROR: 14\r\n");
@@ -94,7 +97,7 @@ TEST(PhoneProgram, FaultsAndProfilesOfTheCommandLineApply) {
 
 TEST(PhoneProgram, PrintsTheNewDeviceAfterAHangUp) {
   const TemporaryFolder folder;
-  Program program(CELLDESK_PHONE_PROGRAM, {"--fault", "AT+CSQ#1:hang-up-back"});
+  Program program(PhoneProgram(), {"--fault", "AT+CSQ#1:hang-up-back"});
   PtyClient client(program.ReadLine());
   ASSERT_TRUE(client.Write("AT+CSQ\r"));
   EXPECT_TRUE(client.WaitForHangUp());
@@ -104,7 +107,7 @@ TEST(PhoneProgram, PrintsTheNewDeviceAfterAHangUp) {
 
 TEST(PhoneProgram, TracesTheLineOnDemand) {
   const TemporaryFolder folder;
-  Program program(CELLDESK_PHONE_PROGRAM, {"--verbose"});
+  Program program(PhoneProgram(), {"--verbose"});
   PtyClient client(program.ReadLine());
   ASSERT_TRUE(client.Ask("AT").ends_with("OK\r\n"));
   program.Signal(SIGTERM);
@@ -113,13 +116,13 @@ TEST(PhoneProgram, TracesTheLineOnDemand) {
 }
 
 TEST(PhoneProgram, AnswersQuestionsAndRefusesNonsense) {
-  Program help(CELLDESK_PHONE_PROGRAM, {"--help"});
+  Program help(PhoneProgram(), {"--help"});
   EXPECT_NE(help.ReadAll().find("--fault STEP:KIND"), std::string::npos);
   EXPECT_EQ(help.Wait(), 0);
-  Program list(CELLDESK_PHONE_PROGRAM, {"--list-profiles"});
+  Program list(PhoneProgram(), {"--list-profiles"});
   EXPECT_NE(list.ReadAll().find("huge-range"), std::string::npos);
   EXPECT_EQ(list.Wait(), 0);
-  Program wrong(CELLDESK_PHONE_PROGRAM, {"--nonsense"});
+  Program wrong(PhoneProgram(), {"--nonsense"});
   EXPECT_NE(wrong.ReadAll().find("unknown option: --nonsense"), std::string::npos);
   EXPECT_EQ(wrong.Wait(), 2);
 }

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "support/paths.h"
+
 namespace celldesk {
 
 /// What a finished program left.
@@ -39,7 +41,7 @@ inline ProgramRun RunProgram(const std::string& name, const std::vector<std::str
       std::filesystem::path(testing::TempDir()) / (std::string(test->test_suite_name()) + "." + test->name());
   std::filesystem::create_directories(folder);
   std::ofstream(folder / "in", std::ios::binary) << input;
-  std::string command = ShellQuoted(std::string(CELLDESK_BIN_DIR) + "/" + name);
+  std::string command = ShellQuoted(ProgramFolder() + "/" + name);
   for (const std::string& argument : arguments) command += " " + ShellQuoted(argument);
   command += " <" + ShellQuoted(folder / "in") + " >" + ShellQuoted(folder / "out") + " 2>" +
              ShellQuoted(folder / "errors");

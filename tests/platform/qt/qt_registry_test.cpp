@@ -10,6 +10,7 @@
 #include "platform/line_parameters.h"
 #include "platform/registry_contract.h"
 #include "support/child_process.h"
+#include "support/paths.h"
 #include "support/temporary_folder.h"
 #include "util/text.h"
 
@@ -77,7 +78,7 @@ TEST_F(QtRegistryTest, TheFileIsAsDocumented) {
 }
 
 TEST_F(QtRegistryTest, TheExampleOfTheDocumentIsReadWhole) {
-  std::ifstream document(CELLDESK_TEST_DATA "/../../docs/settings.md");
+  std::ifstream document(SourceFolder() + "/docs/settings.md");
   std::string text, line;
   while (std::getline(document, line) && line != "## Example") continue;
   while (std::getline(document, line) && line != "```") continue;
