@@ -16,8 +16,10 @@ inline constexpr SystemError kErrorNotEnoughMemory = 8;
 inline constexpr SystemError kErrorWriteFault = 29;
 inline constexpr SystemError kErrorReadFault = 30;
 inline constexpr SystemError kErrorGeneralFailure = 31;
+inline constexpr SystemError kErrorFileExists = 80;
 inline constexpr SystemError kErrorDiskFull = 112;
 inline constexpr SystemError kErrorInvalidName = 123;
+inline constexpr SystemError kErrorFileTooLarge = 223;
 inline constexpr SystemError kErrorMoreData = 234;
 inline constexpr SystemError kErrorNoMoreItems = 259;
 
