@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -9,11 +10,11 @@
 
 namespace celldesk {
 
-/// A file open for reading, mapped whole.
+/// A file whose whole content is in memory.
 class MappedFile {
  public:
   virtual ~MappedFile() = default;
-  /// The content; empty for an empty file. Borrowed for the object's life.
+  /// The content as it was when the file was opened; empty for an empty file. Borrowed for the object's life.
   virtual std::span<const std::uint8_t> bytes() const = 0;
 };
 
@@ -31,7 +32,12 @@ class OutputFile {
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
-  /// Opens an existing file and maps it; null with `error` set when that fails. Other readers are let in.
+  /// The longest file that is mapped, in bytes: many times what the largest book or folder takes.
+  static constexpr std::size_t kLargestFile = std::size_t{64} << 20;
+
+  /// Takes an existing file's content; null with `error` set when that fails: kErrorFileTooLarge beyond the
+  /// limit, kErrorReadFault for a file that became shorter meanwhile. Whatever becomes of the file later, the
+  /// content stays. Other readers are let in.
   virtual std::unique_ptr<MappedFile> Map(std::u16string_view path, SystemError& error) = 0;
   /// Creates a file, replacing an existing one's content; null with `error` set when that fails.
   virtual std::unique_ptr<OutputFile> Create(std::u16string_view path, SystemError& error) = 0;

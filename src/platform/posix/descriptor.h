@@ -20,6 +20,8 @@ class Descriptor {
 
   int get() const { return number_; }
   bool valid() const { return number_ >= 0; }
+  /// Gives the descriptor up; the caller closes it.
+  int release() { return std::exchange(number_, -1); }
   void Reset() {
     if (valid()) ::close(std::exchange(number_, -1));
   }

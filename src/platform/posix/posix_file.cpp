@@ -1,12 +1,13 @@
 #include "platform/posix/posix_file.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstddef>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -18,22 +19,29 @@ namespace {
 
 constexpr mode_t kNewFileMode = 0666;  // less the user's mask
 
+// The content is read, not mapped by the system: a mapped file that another program cuts short would end this
+// one at the first access beyond the new end.
 class PosixMappedFile : public MappedFile {
  public:
-  PosixMappedFile(const void* data, std::size_t size) : data_(data), size_(size) {}
-  ~PosixMappedFile() override {
-    if (size_ != 0) ::munmap(const_cast<void*>(data_), size_);
+  SystemError Read(int file, std::size_t size) {
+    if (size == 0) return kErrorSuccess;
+    data_.reset(new (std::nothrow) std::uint8_t[size]);
+    if (!data_) return kErrorNotEnoughMemory;
+    while (size_ < size) {
+      const ssize_t count = ::read(file, data_.get() + size_, size - size_);
+      if (count < 0 && errno == EINTR) continue;
+      if (count < 0) return FromErrno(errno);
+      if (count == 0) return kErrorReadFault;
+      size_ += static_cast<std::size_t>(count);
+    }
+    return kErrorSuccess;
   }
-  PosixMappedFile(const PosixMappedFile&) = delete;
-  PosixMappedFile& operator=(const PosixMappedFile&) = delete;
 
-  std::span<const std::uint8_t> bytes() const override {
-    return {static_cast<const std::uint8_t*>(data_), size_};
-  }
+  std::span<const std::uint8_t> bytes() const override { return {data_.get(), size_}; }
 
  private:
-  const void* data_;
-  std::size_t size_;
+  std::unique_ptr<std::uint8_t[]> data_;
+  std::size_t size_ = 0;
 };
 
 class PosixOutputFile : public OutputFile {
@@ -85,24 +93,30 @@ std::unique_ptr<MappedFile> PosixFileSystem::Map(std::u16string_view path, Syste
     error = FromErrno(errno);
   } else if (!S_ISREG(facts.st_mode)) {
     error = kErrorAccessDenied;
+  } else if (static_cast<std::uintmax_t>(facts.st_size) > kLargestFile) {
+    error = kErrorFileTooLarge;
   }
   if (error != kErrorSuccess) return nullptr;
-  const auto size = static_cast<std::size_t>(facts.st_size);
-  if (size == 0) return std::make_unique<PosixMappedFile>(nullptr, 0);
-  void* data = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.get(), 0);
-  if (data == MAP_FAILED) {
-    error = FromErrno(errno);
-    return nullptr;
-  }
-  return std::make_unique<PosixMappedFile>(data, size);
+  auto mapped = std::make_unique<PosixMappedFile>();
+  error = mapped->Read(file.get(), static_cast<std::size_t>(facts.st_size));
+  return error == kErrorSuccess ? std::move(mapped) : nullptr;
 }
 
+// A write to a pipe may end the program (when its reader goes), and so may one beyond the user's file size
+// limit: the first is refused, the second becomes a failure like a full disk.
 std::unique_ptr<OutputFile> PosixFileSystem::Create(std::u16string_view path, SystemError& error) {
-  const int file = OpenFile(path, O_WRONLY | O_CREAT | O_TRUNC);
-  error = file < 0 ? FromErrno(errno) : kErrorSuccess;
+  std::signal(SIGXFSZ, SIG_IGN);
+  Descriptor file(OpenFile(path, O_WRONLY | O_CREAT | O_TRUNC));
+  struct stat facts {};
+  error = kErrorSuccess;
+  if (!file.valid() || ::fstat(file.get(), &facts) != 0) {
+    error = FromErrno(errno);
+  } else if (S_ISFIFO(facts.st_mode)) {
+    error = kErrorAccessDenied;
+  }
   // The file is missing only where its folder is.
   if (error == kErrorFileNotFound) error = kErrorPathNotFound;
-  return file < 0 ? nullptr : std::make_unique<PosixOutputFile>(file);
+  return error != kErrorSuccess ? nullptr : std::make_unique<PosixOutputFile>(file.release());
 }
 
 SystemError FromErrno(int code) {

@@ -5,7 +5,7 @@
 namespace celldesk {
 
 /// Files of the system. Only regular files can be mapped; a directory, device or pipe is refused with
-/// kErrorAccessDenied, at once.
+/// kErrorAccessDenied, at once. Nothing is written to directories and pipes.
 class PosixFileSystem : public FileSystem {
  public:
   std::unique_ptr<MappedFile> Map(std::u16string_view path, SystemError& error) override;

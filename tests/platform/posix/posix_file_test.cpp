@@ -1,10 +1,16 @@
 #include "platform/posix/posix_file.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
+#include <thread>
 
+#include "platform/posix/descriptor.h"
 #include "support/temporary_folder.h"
 #include "util/text.h"
 
@@ -61,6 +67,73 @@ TEST_F(PosixFileSystemTest, AnEmptyFileIsOpenWithoutData) {
   EXPECT_TRUE(file->bytes().empty());
 }
 
+TEST_F(PosixFileSystemTest, TheContentStaysWhenTheFileIsCutShort) {
+  folder_.Write("a", std::string(100000, 'x'));
+  const auto file = files_.Map(Path("a"), error_);
+  ASSERT_NE(file, nullptr);
+  std::filesystem::resize_file(folder_.path() / "a", 0);
+  const std::string content(file->bytes().begin(), file->bytes().end());
+  EXPECT_EQ(content, std::string(100000, 'x'));
+}
+
+// The kernel's own files say that they are a page long, and end before.
+TEST_F(PosixFileSystemTest, RefusesAFileThatEndsBeforeItsLength) {
+  constexpr const char* kFile = "/sys/devices/system/cpu/online";
+  ASSERT_GT(std::filesystem::file_size(kFile), 100U);
+  EXPECT_EQ(files_.Map(FromUtf8(kFile), error_), nullptr);
+  EXPECT_EQ(error_, kErrorReadFault);
+}
+
+TEST_F(PosixFileSystemTest, ReadsAllOrFailsWhileAnotherCutsTheFile) {
+  constexpr std::size_t kSize = 1 << 20;
+  folder_.Write("a", std::string(kSize, '\0'));
+  std::atomic<bool> done = false;
+  std::thread cutter([&] {
+    while (!done) {
+      std::filesystem::resize_file(folder_.path() / "a", 10);
+      std::filesystem::resize_file(folder_.path() / "a", kSize);
+    }
+  });
+  for (int round = 0; round < 200; ++round) {
+    const auto file = files_.Map(Path("a"), error_);
+    if (file == nullptr) {
+      EXPECT_EQ(error_, kErrorReadFault);
+    } else {
+      EXPECT_TRUE(file->bytes().size() == kSize || file->bytes().size() == 10) << file->bytes().size();
+    }
+  }
+  done = true;
+  cutter.join();
+}
+
+TEST_F(PosixFileSystemTest, RefusesAFileBeyondTheLimitAtOnce) {
+  folder_.Write("huge", "AddrArchive10;");
+  std::filesystem::resize_file(folder_.path() / "huge", std::uintmax_t{1} << 30);
+  EXPECT_EQ(files_.Map(Path("huge"), error_), nullptr);
+  EXPECT_EQ(error_, kErrorFileTooLarge);
+  std::filesystem::resize_file(folder_.path() / "huge", FileSystem::kLargestFile);
+  const auto largest = files_.Map(Path("huge"), error_);
+  ASSERT_NE(largest, nullptr);
+  EXPECT_EQ(largest->bytes().size(), FileSystem::kLargestFile);
+}
+
+// Root may read everything, so it looks with another user's eyes.
+TEST_F(PosixFileSystemTest, TellsThatAFileMayNotBeRead) {
+  constexpr uid_t kNobody = 65534;
+  folder_.Write("secret", "x");
+  ASSERT_EQ(::chmod((folder_.path() / "secret").c_str(), 0), 0);
+  ASSERT_EQ(::chmod(folder_.path().c_str(), 0755), 0);
+  const uid_t user = ::geteuid();
+  if (user == 0) {
+    ASSERT_EQ(::seteuid(kNobody), 0);
+  }
+  EXPECT_EQ(files_.Map(Path("secret"), error_), nullptr);
+  EXPECT_EQ(error_, kErrorAccessDenied);
+  EXPECT_EQ(files_.Create(Path("secret"), error_), nullptr);
+  EXPECT_EQ(error_, kErrorAccessDenied);
+  ASSERT_EQ(::seteuid(user), 0);
+}
+
 TEST_F(PosixFileSystemTest, MapsALargeFileWhole) {
   folder_.Write("large", std::string(3000001, 'x'));
   EXPECT_EQ(Content("large").size(), 3000001U);
@@ -96,6 +169,36 @@ TEST_F(PosixFileSystemTest, RefusesFoldersAndPipesAtOnce) {
   EXPECT_EQ(error_, kErrorAccessDenied);
   EXPECT_EQ(files_.Create(Path("pipe"), error_), nullptr);
   EXPECT_EQ(error_, kErrorAccessDenied);
+}
+
+TEST_F(PosixFileSystemTest, RefusesDevicesAtOnce) {
+  for (const std::u16string_view device : {u"/dev/zero", u"/dev/null", u"/dev/tty", u"/dev/random"}) {
+    EXPECT_EQ(files_.Map(device, error_), nullptr);
+    EXPECT_NE(error_, kErrorSuccess);
+  }
+}
+
+TEST_F(PosixFileSystemTest, WritesToNoPipeThatIsRead) {
+  const std::string pipe = (folder_.path() / "pipe").string();
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  const Descriptor reader(::open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  ASSERT_TRUE(reader.valid());
+  EXPECT_EQ(files_.Create(Path("pipe"), error_), nullptr);
+  EXPECT_EQ(error_, kErrorAccessDenied);
+}
+
+TEST_F(PosixFileSystemTest, AFileSizeLimitIsAFullDisk) {
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+  rlimit limit = before;
+  limit.rlim_cur = 1000;
+  const auto file = files_.Create(Path("a"), error_);
+  ASSERT_NE(file, nullptr);
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+  const SystemError error = file->Write(Bytes(std::string(5000, 'x')));
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+  EXPECT_EQ(error, kErrorDiskFull);
+  EXPECT_EQ(Content("a"), std::string(1000, 'x'));
 }
 
 TEST_F(PosixFileSystemTest, TellsThatTheDiskIsFull) {
