@@ -37,6 +37,8 @@ class ListView {
   void SetFonts(const FontSet& fonts);
   /// Shown in the middle of an empty list.
   void SetEmptyText(std::u16string_view text);
+  /// The style of a box of choices: no header, and one row is selected at a time.
+  void SetChoiceStyle();
   /// The style of item assignment: a plain click picks a row; nothing is dragged or edited.
   void SetAssignmentStyle(bool on);
 

@@ -68,6 +68,12 @@ void ListView::SetImages(const std::vector<std::string_view>& icons) {
 void ListView::SetFonts(const FontSet& fonts) { native_->model->SetFonts(&fonts); }
 void ListView::SetEmptyText(std::u16string_view text) { native_->table->SetEmptyText(ToQt(text)); }
 
+void ListView::SetChoiceStyle() {
+  native_->table->horizontalHeader()->hide();
+  native_->table->setSelectionMode(QAbstractItemView::SingleSelection);
+  native_->table->setFrameShape(QFrame::StyledPanel);
+}
+
 void ListView::SetAssignmentStyle(bool on) {
   native_->table->setSelectionMode(on ? QAbstractItemView::SingleSelection
                                       : QAbstractItemView::ExtendedSelection);

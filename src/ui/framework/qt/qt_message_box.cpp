@@ -1,9 +1,10 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <utility>
 
-#include "ui/framework/message_box.h"
 #include "ui/framework/qt/native.h"
+#include "ui/framework/qt/qt_message_box.h"
 #include "ui/framework/qt/qt_text.h"
 #include "ui/resources/resources.h"
 
@@ -81,9 +82,13 @@ void AddButtons(QMessageBox& box, const BoxQuestion& question) {
 }  // namespace
 
 int ShowMessageBox(Window* owner, BoxQuestion question) {
+  return ShowMessageBoxOver(WidgetOf(owner), std::move(question));
+}
+
+int ShowMessageBoxOver(QWidget* owner, BoxQuestion question) {
   if (question.caption.empty()) question.caption = LoadString(kCaption);
   if (MessageBoxScript* script = MessageBoxScript::Current()) return script->Take(question);
-  QMessageBox box(WidgetOf(owner));
+  QMessageBox box(owner);
   box.setWindowTitle(ToQt(question.caption));
   // Texts from the phone are shown as they are, never read as markup; "\r" is the line end of our own texts.
   box.setTextFormat(Qt::PlainText);
