@@ -1,5 +1,6 @@
 #include "data/address_book_file.h"
 
+#include <new>
 #include <optional>
 #include <string>
 #include <utility>
@@ -81,7 +82,7 @@ Status ReadAddressBookFile(FileSystem& files, std::u16string_view path, const Ch
   return Failed(status) ? status : ReadAddressBook(file.bytes(), choose);
 }
 
-Status ReadAddressBook(FieldBytes bytes, const ChooseAddressBook& choose) {
+Status ReadAddressBook(FieldBytes bytes, const ChooseAddressBook& choose) try {
   FieldReader fields(bytes);
   if (fields.Next() != kMagic) return E_INVALIDARG;
   const AddressBookTarget target = choose(fields.Next().value_or(u""));
@@ -91,6 +92,8 @@ Status ReadAddressBook(FieldBytes bytes, const ChooseAddressBook& choose) {
   Status status = S_OK;
   while (!Failed(status) && fields.NextLine()) status = reader.ReadEntry(fields);
   return status;
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 }  // namespace celldesk

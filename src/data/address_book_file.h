@@ -28,7 +28,8 @@ Status WriteAddressBookFile(FileSystem& files, std::u16string_view path, const A
 
 /// Adds the entries of a ".adr" file to the target. The memory's range is taken from the file, ids are given
 /// anew by position, and an entry whose slot is taken goes to the first free one. E_INVALIDARG for a file of
-/// another kind, E_OUTOFMEMORY when the book is full, otherwise the system's error code as a status.
+/// another kind, E_OUTOFMEMORY when the book is full or memory is short, otherwise the system's error code as
+/// a status.
 Status ReadAddressBookFile(FileSystem& files, std::u16string_view path, const ChooseAddressBook& choose);
 
 /// The same from the bytes of a file.

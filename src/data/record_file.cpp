@@ -1,5 +1,7 @@
 #include "data/record_file.h"
 
+#include <new>
+
 namespace celldesk {
 namespace {
 
@@ -22,19 +24,32 @@ Status RecordWriter::Create(std::u16string_view path) {
 }
 
 RecordWriter& RecordWriter::Field(std::u16string_view text) {
-  AppendField(block_, text);
+  Gather([&] { AppendField(block_, text); });
   return *this;
 }
 
 RecordWriter& RecordWriter::Number(std::int32_t number) {
-  AppendNumber(block_, number);
+  Gather([&] { AppendNumber(block_, number); });
   return *this;
 }
 
 Status RecordWriter::EndRecord() {
-  AppendLineEnd(block_);
+  Gather([&] { AppendLineEnd(block_); });
   if (block_.size() >= kBlock) WriteBlock();
   return status_;
+}
+
+template <typename Append>
+void RecordWriter::Gather(Append append) {
+  if (Failed(status_)) return;
+  const std::size_t gathered = block_.size();
+  try {
+    append();
+  } catch (const std::bad_alloc&) {
+    block_.resize(gathered);
+    WriteBlock();
+    if (!Failed(status_)) status_ = E_OUTOFMEMORY;
+  }
 }
 
 void RecordWriter::WriteBlock() {
@@ -60,7 +75,11 @@ Status RecordFile::Open(FileSystem& files, std::u16string_view path) {
   if (!file_) return StatusFromSystemError(error);
   const FieldBytes mapped = file_->bytes();
   const std::string_view text(reinterpret_cast<const char*>(mapped.data()), mapped.size());
-  if (text.find("\r\n") == std::string_view::npos) with_line_ends_ = WithLineEnds(text);
+  try {
+    if (text.find("\r\n") == std::string_view::npos) with_line_ends_ = WithLineEnds(text);
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
   return S_OK;
 }
 

@@ -11,8 +11,9 @@
 
 namespace celldesk {
 
-/// Writes a file of records, a block of them at a time. The first failure sticks: later writes do nothing and
-/// return it. What was written before stays in the file.
+/// Writes a file of records, a block of them at a time. The first failure sticks, E_OUTOFMEMORY for a field
+/// that finds no room included: later writes do nothing and return it. What was written before stays in the
+/// file.
 class RecordWriter {
  public:
   /// Records are gathered until they have this many bytes.
@@ -31,6 +32,8 @@ class RecordWriter {
   Status Close();
 
  private:
+  template <typename Append>
+  void Gather(Append append);
   void WriteBlock();
 
   FileSystem& files_;
@@ -43,6 +46,7 @@ class RecordWriter {
 /// their lines ended in CR LF.
 class RecordFile {
  public:
+  /// E_OUTOFMEMORY, or the system's error code as a status.
   Status Open(FileSystem& files, std::u16string_view path);
   /// Borrowed for the object's life.
   FieldBytes bytes() const;

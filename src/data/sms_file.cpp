@@ -1,6 +1,7 @@
 #include "data/sms_file.h"
 
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <utility>
@@ -107,7 +108,7 @@ Status ReadSmsFile(FileSystem& files, std::u16string_view path, const SmsFileSet
   return Failed(status) ? status : ReadMessages(file.bytes(), settings, choose);
 }
 
-Status ReadMessages(FieldBytes bytes, const SmsFileSettings& settings, const ChooseSmsFolder& choose) {
+Status ReadMessages(FieldBytes bytes, const SmsFileSettings& settings, const ChooseSmsFolder& choose) try {
   FieldReader fields(bytes);
   if (fields.Next() != kMagic) return E_INVALIDARG;
   const SmsTarget target = choose(fields.Next().value_or(u""));
@@ -115,6 +116,8 @@ Status ReadMessages(FieldBytes bytes, const SmsFileSettings& settings, const Cho
   while (fields.NextLine() && ReadMessage(fields, settings, target)) {
   }
   return S_OK;
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 }  // namespace celldesk

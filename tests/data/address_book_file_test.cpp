@@ -7,6 +7,7 @@
 
 #include "book_fixture.h"
 #include "support/fake_file_system.h"
+#include "support/memory/allocation_gate.h"
 
 namespace celldesk {
 namespace {
@@ -137,6 +138,34 @@ TEST_F(AddressBookFile, StopsWhenTheBookIsFull) {
   book_.MarkAll(AddressEntry::kOccupied);
   EXPECT_EQ(Read("AddrArchive10;SM;1;4;\r\n1;A;1;\r\n"), E_OUTOFMEMORY);
   EXPECT_TRUE(observer_.rows.empty());
+}
+
+TEST_F(AddressBookFile, StopsWhenMemoryIsShort) {
+  const std::string text = "AddrArchive10;SM;1;4;\r\n1;A name of some length;1;\r\n";
+  const ChooseAddressBook choose = [this](std::u16string_view) {
+    return AddressBookTarget{&book_, &observer_};
+  };
+  const FieldBytes bytes(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+  Status status = S_OK;
+  {
+    AllocationGate gate;
+    gate.Refuse();
+    status = ReadAddressBook(bytes, choose);
+  }
+  EXPECT_EQ(status, E_OUTOFMEMORY);
+  EXPECT_TRUE(observer_.rows.empty());
+  EXPECT_EQ(ReadAddressBook(bytes, choose), S_OK);
+}
+
+TEST_F(AddressBookFile, KeepsNamesAndNumbersOfAThousandCharacters) {
+  book_ = LoadedBook(1);
+  const std::u16string name = std::u16string(998, u'n') + u"\";#";
+  Fill(book_, 0, name, u'+' + std::u16string(1000, u'7'));
+  const std::string text = Written();
+  book_ = AddressBook(u"SM", true);
+  EXPECT_EQ(Read(text), S_OK);
+  EXPECT_EQ(book_.At(0).name, name);
+  EXPECT_EQ(book_.At(0).number, u'+' + std::u16string(1000, u'7'));
 }
 
 TEST_F(AddressBookFile, TakesTheDiacriticsOffNames) {

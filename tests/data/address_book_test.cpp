@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "book_fixture.h"
+#include "support/memory/allocation_gate.h"
 
 namespace celldesk {
 namespace {
@@ -128,6 +129,25 @@ TEST(AddressBook, RefusesToGrowBeyondItsLimit) {
   EXPECT_EQ(book.count(), 2);
   EXPECT_EQ(book.Resize(AddressBook::kLimit), S_OK);
   EXPECT_EQ(book.count(), 65536);
+}
+
+TEST(AddressBook, StaysAsItWasWhenThereIsNoMemoryToGrow) {
+  AddressBook book = LoadedBook(2);
+  Fill(book, 1, u"Last", u"1");
+  Status resized = S_OK;
+  Status reached = S_OK;
+  const AddressEntry* stand_in = nullptr;
+  {
+    AllocationGate gate;
+    gate.Refuse();
+    resized = book.Resize(2000);
+    reached = book.Reach(1999);
+    stand_in = &book.At(1999);
+  }
+  EXPECT_EQ(resized, E_OUTOFMEMORY);
+  EXPECT_EQ(reached, E_OUTOFMEMORY);
+  EXPECT_EQ(stand_in->name, u"Last");
+  EXPECT_EQ(Names(book), (std::vector<std::u16string>{u"", u"Last"}));
 }
 
 TEST(AddressBook, TakesANegativeCountForNone) {

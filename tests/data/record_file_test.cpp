@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/fake_file_system.h"
+#include "support/memory/allocation_gate.h"
 
 namespace celldesk {
 namespace {
@@ -44,6 +45,23 @@ TEST(RecordWriter, TheFirstFailureSticks) {
   EXPECT_EQ(writer.Close(), Status{0x80070070});
   EXPECT_EQ(files.files[u"a.adr"], std::string(RecordWriter::kBlock, 'x') + ";\r\n");
   EXPECT_EQ(files.writes, 2);
+}
+
+TEST(RecordWriter, AFieldThatFindsNoMemoryEndsTheFileBeforeIt) {
+  FakeFileSystem files;
+  RecordWriter writer(files);
+  EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
+  const std::u16string large(5000, u'x');
+  Status status = S_OK;
+  {
+    AllocationGate gate;
+    gate.Refuse();
+    status = writer.Field(u"one").Field(large).EndRecord();
+  }
+  EXPECT_EQ(status, E_OUTOFMEMORY);
+  EXPECT_EQ(writer.Field(u"two").EndRecord(), E_OUTOFMEMORY);
+  EXPECT_EQ(writer.Close(), E_OUTOFMEMORY);
+  EXPECT_EQ(files.files[u"a.adr"], "one;");
 }
 
 TEST(RecordWriter, TheCloseReportsThatTheLastRecordsWereNotWritten) {
@@ -109,6 +127,30 @@ TEST(RecordFile, ReadsBareLineFeedsAsLineEnds) {
   RecordFile file;
   EXPECT_EQ(file.Open(files, u"a"), S_OK);
   EXPECT_EQ(Text(file.bytes()), "x;\r\ny;\r\n");
+}
+
+TEST(RecordFile, FailsWhenThereIsNoMemoryForLineEnds) {
+  struct OneFile : FileSystem {
+    std::unique_ptr<MappedFile> Map(std::u16string_view, SystemError& error) override {
+      error = kErrorSuccess;
+      return std::move(mapped);
+    }
+    std::unique_ptr<OutputFile> Create(std::u16string_view, SystemError&) override { return nullptr; }
+    std::unique_ptr<MappedFile> mapped;
+  };
+  FakeFileSystem source;
+  source.files[u"a"] = std::string(100, 'x') + ";\n";
+  OneFile files;
+  SystemError error = kErrorSuccess;
+  files.mapped = source.Map(u"a", error);
+  RecordFile file;
+  Status status = S_OK;
+  {
+    AllocationGate gate;
+    gate.Refuse();
+    status = file.Open(files, u"a");
+  }
+  EXPECT_EQ(status, E_OUTOFMEMORY);
 }
 
 TEST(RecordFile, GivesTheSystemsErrorWhenTheFileIsNotThere) {

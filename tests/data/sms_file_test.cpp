@@ -7,6 +7,7 @@
 
 #include "book_fixture.h"
 #include "support/fake_file_system.h"
+#include "support/memory/allocation_gate.h"
 
 namespace celldesk {
 namespace {
@@ -206,6 +207,22 @@ TEST_F(SmsFile, HoldsNumbersInSixteenBits) {
   ASSERT_EQ(store_.count(), 1);
   EXPECT_EQ(store_.At(0).tpdu_length, 1);
   EXPECT_EQ(store_.At(0).storage_status, 2);
+}
+
+TEST_F(SmsFile, StopsWhenMemoryIsShort) {
+  const std::string text = "SMSArchive11;Outbox;\r\n+420601123456;A text of some length;\r\n";
+  const ChooseSmsFolder choose = [this](std::u16string_view) { return SmsTarget{&store_, &observer_}; };
+  const FieldBytes bytes(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+  Status status = S_OK;
+  {
+    AllocationGate gate;
+    gate.Refuse();
+    status = ReadMessages(bytes, settings_, choose);
+  }
+  EXPECT_EQ(status, E_OUTOFMEMORY);
+  EXPECT_EQ(store_.count(), 0);
+  EXPECT_EQ(ReadMessages(bytes, settings_, choose), S_OK);
+  EXPECT_EQ(store_.count(), 1);
 }
 
 TEST_F(SmsFile, AppendsToTheMessagesThatAreThere) {

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "link/allocation_gate.h"
+#include "support/memory/allocation_gate.h"
 #include "support/scripted_session.h"
 #include "util/number_text.h"
 
@@ -100,6 +100,19 @@ TEST(AtEngine, TheTimeoutCountsFromTheLastMessageHandled) {
   for (const auto when : {5000ms, 12000ms}) session.waiter.Post(when, [] {});
   EXPECT_EQ(session.engine.WaitLine(session.engine.response(), 8000ms), E_FAIL);
   EXPECT_EQ(session.waiter.now(), 20000ms);
+}
+
+TEST(AtEngine, WaitLineGivesALineWithoutTheLineFeedsOfACutLineEnd) {
+  ScriptedSession session;
+  for (const auto* chunk : {u"one\r", u"\n", u"\n+CPBR: 1,\"a\nb\"\r", u"\n\r"})
+    session.link.ReceiveChunk(chunk);
+  ResponseLine& line = session.engine.response();
+  EXPECT_EQ(session.engine.WaitLine(line, 8000ms), S_OK);
+  EXPECT_EQ(line.text(), u"one");
+  EXPECT_EQ(session.engine.WaitLine(line, 8000ms), S_OK);
+  EXPECT_EQ(line.text(), u"+CPBR: 1,\"a\nb\"");
+  EXPECT_EQ(session.engine.WaitLine(line, 8000ms), S_OK);
+  EXPECT_EQ(line.text(), u"");
 }
 
 TEST(AtEngine, HalfALineDoesNotEndTheWait) {
@@ -262,20 +275,30 @@ Status ReadRange(AtEngine& engine, int& first, int& last) {
   }
 }
 
-TEST(AtEngine, EverySplitOfAListingGivesTheSameEntries) {
-  const std::string listing =
-      "\r\n+CPBR: 1,\"123\",129,\"Ann\"\r\n+CPBR: 2,\"456\",129,\"Bob\"\r\n\r\nOK\r\n";
-  for (std::size_t cut = 1; cut < listing.size(); ++cut) {
-    ScriptedSession session;
-    session.phone.Expect({"AT+CPBR=1,2\r\n", {{0ms, listing.substr(0, cut)}, {60ms, listing.substr(cut)}}});
-    ASSERT_EQ(session.engine.Send(u"AT+CPBR=%i,%i\r\n", {1, 2}), S_OK);
-    std::vector<std::u16string> names;
-    ResponseLine& line = session.engine.response();
-    do {
-      ASSERT_EQ(session.engine.WaitLine(line, 8000ms), S_OK) << "cut at " << cut;
-      if (StartsWith(line, u"+CPBR:")) names.emplace_back(Field(line, 3));
-    } while (!IsOk(line));
-    EXPECT_THAT(names, testing::ElementsAre(u"Ann", u"Bob")) << "cut at " << cut;
+/// The lines that are not empty, as the engine gives them, of a reply that the reads cut at these places.
+std::vector<std::u16string> LinesOfCutReply(std::u16string_view reply, std::size_t first,
+                                            std::size_t second) {
+  ScriptedSession session;
+  for (const auto chunk : {reply.substr(0, first), reply.substr(first, second - first), reply.substr(second)})
+    session.link.ReceiveChunk(chunk);
+  std::vector<std::u16string> lines;
+  ResponseLine& line = session.engine.response();
+  while (!IsOk(line) && !Failed(session.engine.WaitLine(line, 8000ms)))
+    if (!line.text().empty()) lines.emplace_back(line.text());
+  return lines;
+}
+
+TEST(AtEngine, EverySplitOfAReplyGivesTheSameLines) {
+  for (const std::u16string_view reply :
+       {u"\r\n+CPBR: 1,\"123\",129,\"Ann\"\r\n+CPBR: 2,\"4\",129,\"Bob\"\r\n\r\nOK\r\n",
+        u"AT+CMGL=4\r\r\n+CMGL: 1,1,,25\r\n0791\r\n\r\n+CMGL: 2,1,,5\r\n0792\r\n\r\nOK\r\n"}) {
+    const auto whole = LinesOfCutReply(reply, reply.size(), reply.size());
+    ASSERT_THAT(whole, testing::SizeIs(testing::Ge(3U)));
+    ASSERT_EQ(whole.back(), u"OK");
+    for (std::size_t first = 0; first <= reply.size(); ++first) {
+      for (std::size_t second = first; second <= reply.size(); ++second)
+        ASSERT_EQ(LinesOfCutReply(reply, first, second), whole) << "cut at " << first << " and " << second;
+    }
   }
 }
 

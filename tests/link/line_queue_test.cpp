@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "link/allocation_gate.h"
+#include "support/memory/allocation_gate.h"
 #include "link/line_rule.h"
 
 namespace celldesk {

@@ -1,4 +1,4 @@
-#include "link/allocation_gate.h"
+#include "support/memory/allocation_gate.h"
 
 #include <cstdlib>
 #include <new>
