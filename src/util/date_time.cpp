@@ -11,8 +11,6 @@ namespace celldesk {
 namespace {
 
 constexpr std::uint32_t kKindMask = 0x7FFF;
-constexpr std::uint32_t kLowestKind = 16;
-constexpr std::uint32_t kHighestKind = 34;
 constexpr std::size_t kLocaleTextLimit = 64;
 constexpr std::size_t kLocaleTextsLimit = 128;
 // The length of a day in 100-nanosecond steps: 2 January 1998 less 1 January 1998.
@@ -64,9 +62,7 @@ DateTime::DateTime(FileTime count) { FromFileTime(count); }
 DateTime::DateTime(const CalendarTime& calendar, bool set) : fields(calendar) { MarkSet(set); }
 
 void DateTime::SetKind(DateTimeKind kind) {
-  const auto value = static_cast<std::uint32_t>(kind);
-  if (value < kLowestKind || value > kHighestKind) return;
-  flags_ = (flags_ & ~kKindMask) | value;
+  flags_ = (flags_ & ~kKindMask) | (static_cast<std::uint32_t>(kind) & kKindMask);
   switch (kind) {
     case DateTimeKind::kDate:
     case DateTimeKind::kCompactDate:
@@ -169,6 +165,7 @@ bool DateTime::Parse(std::u16string_view text) {
       complete = ParseCompactDate(text);
       break;
     default:
+      complete = kind() > DateTimeKind::kCompactDate;
       break;
   }
   MarkSet(complete);

@@ -35,7 +35,8 @@ class DateTime {
   /// From raw calendar fields and a set flag. Kind 16.
   DateTime(const CalendarTime& fields, bool set);
 
-  /// For a kind from 16 to 34; a kind without a mask of its own leaves the mask. Other values do nothing.
+  /// Takes the low 15 bits of `kind`, and the mask that goes with it; a kind without a mask of its own leaves
+  /// the mask.
   void SetKind(DateTimeKind kind);
   DateTimeKind kind() const { return static_cast<DateTimeKind>(flags_ & 0x7FFF); }
   std::uint32_t compare_mask() const { return compare_mask_; }
@@ -64,7 +65,9 @@ class DateTime {
   /// date, a blank and the time; empty for any other kind.
   std::u16string FormatLocale(const Locale& locale, DateTimeKind kind, bool short_date) const;
 
-  /// Fills the value from `text` by its kind; false, and not set, when a field is missing.
+  /// Fills the value from `text` by its kind; false, and not set, when a field is missing or the kind is
+  /// below
+  /// 16. A kind above 19 is set without reading.
   bool Parse(std::u16string_view text);
 
   CalendarTime fields;

@@ -75,12 +75,14 @@ TEST(DateTime, AKindWithoutAMaskLeavesTheMask) {
   EXPECT_EQ(value.compare_mask(), 0x07U);
 }
 
-TEST(DateTime, KindsOutOfRangeAreIgnored) {
-  DateTime value = Moment(DateTimeKind::kTime);
-  for (const unsigned kind : {0U, 15U, 35U, 0x8010U}) {
-    value.SetKind(static_cast<DateTimeKind>(kind));
-    EXPECT_EQ(value.kind(), DateTimeKind::kTime);
-    EXPECT_EQ(value.compare_mask(), 0x07U);
+TEST(DateTime, KindsOutOfRangeLeaveTheMaskAndKeepTheLowFifteenBits) {
+  const std::pair<unsigned, unsigned> kinds[] = {{0, 0}, {15, 15}, {35, 35}, {0x8010, 16}, {0xFFFF, 0x7FFF}};
+  for (const auto& [given, kept] : kinds) {
+    DateTime value = Moment(DateTimeKind::kTime);
+    value.SetKind(static_cast<DateTimeKind>(given));
+    EXPECT_EQ(static_cast<unsigned>(value.kind()), kept);
+    EXPECT_EQ(value.compare_mask(), 0x07U) << given;
+    EXPECT_TRUE(value.is_set());
   }
 }
 
@@ -254,6 +256,12 @@ TEST(DateTime, ParseOfAnyHigherKindReadsNothing) {
   const DateTime value = Parsed(DateTimeKind::kLocaleDate, u"1.2.2000");
   EXPECT_TRUE(value.is_set());
   EXPECT_EQ(value.fields, CalendarTime());
+}
+
+TEST(DateTime, ParseOfAKindBelowTheDateFails) {
+  for (const unsigned kind : {0U, 1U, 15U}) {
+    EXPECT_FALSE(Parsed(static_cast<DateTimeKind>(kind), u"1.2.2000").is_set()) << kind;
+  }
 }
 
 TEST(DateTime, AFailedParseClearsWhatWasThere) {
