@@ -71,6 +71,12 @@ INSTANTIATE_TEST_SUITE_P(
                     NumberCase{R"(1,"112",129,"Robert Fisher)", u"112", 129, u"Robert Fisher"},
                     NumberCase{R"(1,"",,"No number")", u"", 0, u"No number"},
                     NumberCase{R"(1,,129,"Nothing")", u"", 129, u"Nothing"},
+                    // A quote ends a text, wherever the phone puts it.
+                    NumberCase{R"(1,"112",129,"An"na")", u"112", 129, u"An"},
+                    NumberCase{R"(1,"1"2",129,"Anna")", u"1", 129, u"Anna"},
+                    // What the alphabet does not know: an eight-bit byte and the letters' places.
+                    NumberCase{R"(1,"112",129,"[\\]^\xE8\x80")", u"112", 129,
+                               u"\u00C4\u00D6\u00D1\u00DC\uFFE8\uFF80"},
                     NumberCase{R"(1,"112")", u"112", 0, u""}, NumberCase{"1", u"", 0, u""}));
 
 TEST(ReadPhonebook, ReadsInBlocksOf20) {
@@ -273,25 +279,32 @@ TEST(ReadPhonebook, TakesNamesAndNumbersOfAThousandCharacters) {
 
 class ReadPhonebookInPieces : public testing::TestWithParam<std::size_t> {};
 
-// Lines end in a bare CR here: where a read ends between CR and LF, the LF belongs to the next line.
 TEST_P(ReadPhonebookInPieces, GivesTheSameBook) {
-  ScriptedSession session(R"(
-    > AT+CPBS="SM"\r\n
-    << OK\r
-    > AT+CPBR=1,20\r\n
-    << +CPBR: 1,"1001",129,"N1"\r+CPBR: 7,"1007",129,"N7"\rOK\r
-    > AT+CPBR=21,22\r\n
-    << +CPBR: 22,"1022",129,"N22"\rOK\r
-  )");
+  ScriptedSession session(kSelect + Block(1, 20, Line(1) + Line(7)) + Block(21, 22, Line(22)));
   session.phone.set_chunk_size(GetParam());
   AddressBook book = QueriedBook(1, 22);
   EXPECT_EQ(ReadPhonebook(session.engine, book, nullptr), S_OK);
   EXPECT_EQ(book.At(0).name, u"N1");
   EXPECT_EQ(book.At(6).number, u"1007");
   EXPECT_EQ(book.At(21).name, u"N22");
+  EXPECT_EQ(session.waiter.now(), 0ms);
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, ReadPhonebookInPieces, testing::Values(1, 2, 3, 7, 16, 64));
+INSTANTIATE_TEST_SUITE_P(Sizes, ReadPhonebookInPieces, testing::Range<std::size_t>(1, 40));
+
+TEST(ReadPhonebook, GivesTheSameBookHoweverTheAnswerIsCut) {
+  const std::string answer =
+      "\r\n+CPBR: 1,\"1001\",129,\"N1\"\r\n\r\n+CPBR: 2,\"1002\",129,\"N2\"\r\n\r\nOK\r\n";
+  for (std::size_t cut = 1; cut < answer.size(); ++cut) {
+    ScriptedSession session(kSelect);
+    session.phone.Expect({"AT+CPBR=1,2\r\n", {{0ms, answer.substr(0, cut)}, {60ms, answer.substr(cut)}}});
+    AddressBook book = QueriedBook(1, 2);
+    EXPECT_EQ(ReadPhonebook(session.engine, book, nullptr), S_OK) << "cut at " << cut;
+    EXPECT_EQ(book.At(0).name, u"N1") << "cut at " << cut;
+    EXPECT_EQ(book.At(1).number, u"1002") << "cut at " << cut;
+    EXPECT_LE(session.waiter.now(), 60ms) << "cut at " << cut;
+  }
+}
 
 }  // namespace
 }  // namespace celldesk
