@@ -2,14 +2,21 @@
 
 #include <cstdlib>
 
+#include "data/contacts_exchange.h"
 #include "link/line_trace.h"
+#include "platform/posix/posix_file.h"
+#include "platform/posix/posix_file_adder.h"
+#include "platform/posix/posix_instance.h"
 #include "platform/posix/posix_port_inspector.h"
 #include "platform/posix/posix_port_list.h"
 #include "platform/posix/posix_serial_port.h"
 #include "platform/posix/posix_thread.h"
 #include "platform/qt/qt_locale.h"
+#include "platform/qt/qt_read_watcher.h"
 #include "platform/qt/qt_registry.h"
 #include "platform/qt/qt_shell.h"
+#include "platform/vdir/vcard_folder.h"
+#include "platform/vdir/vdir_contacts_database.h"
 #include "ui/cell_desk_application.h"
 
 namespace celldesk {
@@ -19,7 +26,9 @@ struct Program::Machine {
       : ports(registry),
         opener(ports),
         application(argument_count, arguments,
-                    MachineServices{opener, threads, registry, locale, shell, ports, inspector}) {
+                    MachineServices{opener, threads, registry, locale, shell, ports, inspector, files,
+                                    contacts, nullptr, &instances}) {
+    static_cast<void>(OfferContactsDatabase(registry, DefaultContactsFolder));
     const char* trace = std::getenv("CELLDESK_TRACE");
     if (trace != nullptr) application.link().set_trace(LineTrace::ToFile(trace));
   }
@@ -28,9 +37,13 @@ struct Program::Machine {
   PosixPortList ports;
   PosixPortOpener opener;
   PosixPortInspector inspector;
+  PosixFileSystem files;
+  PosixFileAdder adder;
+  VdirContactsDatabase contacts{files, adder};
   PosixThreadStarter threads;
   QtLocale locale;
   QtShell shell;
+  PosixInstanceGate instances{std::make_unique<QtReadWatcher>()};
   CellDeskApplication application;
 };
 

@@ -10,6 +10,9 @@
 
 namespace celldesk {
 
+class ContactsDatabase;
+class FileSystem;
+class InstanceGate;
 class Locale;
 class PortInspector;
 class PortList;
@@ -27,8 +30,12 @@ struct MachineServices {
   Shell& shell;
   PortList& port_list;
   PortInspector& port_inspector;
+  FileSystem& files;
+  ContactsDatabase& contacts;
   /// Lets time pass in phone procedures; null is the application itself.
   Waiter* waiter = nullptr;
+  /// The user's other windows of the program; null is none, ever.
+  InstanceGate* instances = nullptr;
 };
 
 /// The program: one link to the phone, the services on it, and the main window.
@@ -45,6 +52,9 @@ class CellDeskApplication : public Application {
   PhoneLink& link() { return link_; }
 
  private:
+  bool WakeOther(std::u16string_view command_line);
+  void Announce();
+
   MachineServices machine_;
   PhoneLink link_;
   AtEngine engine_;

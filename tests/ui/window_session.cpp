@@ -43,7 +43,8 @@ WindowSession::WindowSession(simulator::PhoneMemory memory, simulator::Profile p
   argument_count = 1;
   application = std::make_unique<CellDeskApplication>(
       argument_count, arguments,
-      MachineServices{line, threads, registry, locale, shell, port_list, port_inspector, &waiter});
+      MachineServices{line, threads, registry, locale, shell, port_list, port_inspector, files, contacts,
+                      &waiter, &instances});
   line.DeliverTo([this](std::span<const std::uint8_t> bytes) {
     std::u16string text(bytes.size(), u'\0');
     GsmBytesToWide(text.data(), bytes.data(), bytes.size());

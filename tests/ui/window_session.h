@@ -5,7 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/instance.h"
 #include "platform/shell.h"
+#include "support/fake_contacts_database.h"
+#include "support/fake_file_system.h"
 #include "support/fake_locale.h"
 #include "support/fake_port_list.h"
 #include "support/fake_registry.h"
@@ -13,6 +16,7 @@
 #include "support/manual_waiter.h"
 #include "support/simulated_line.h"
 #include "ui/cell_desk_application.h"
+#include "ui/framework/file_dialog.h"
 #include "ui/framework/message_box.h"
 
 namespace celldesk {
@@ -24,11 +28,35 @@ class FakeShell : public Shell {
     opened.emplace_back(topic);
     return works;
   }
-  std::u16string ProgramPath() const override { return u"/usr/bin/celldesk"; }
-  bool RegistersFileTypes() const override { return false; }
+  std::u16string ProgramPath() const override { return program_path; }
+  bool RegistersFileTypes() const override { return registers_file_types; }
 
   std::vector<std::u16string> opened;
+  std::u16string program_path = u"/usr/bin/celldesk";
   bool works = true;
+  bool registers_file_types = false;
+};
+
+/// The user's other windows as a test wants them.
+class FakeInstanceGate : public InstanceGate {
+ public:
+  bool WakeOther() override {
+    woken += another_runs ? 1 : 0;
+    return another_runs;
+  }
+  void Announce(std::function<void()> show) override { show_ = std::move(show); }
+  void Withdraw() override { show_ = {}; }
+  /// What another start does; false when no window is announced.
+  bool AnotherStart() {
+    if (show_) show_();
+    return static_cast<bool>(show_);
+  }
+
+  bool another_runs = false;
+  int woken = 0;
+
+ private:
+  std::function<void()> show_;
 };
 
 /// The real window off-screen, on a simulated phone in the same process, without time: procedures run by the
@@ -66,10 +94,14 @@ class WindowSession {
   FakeShell shell;
   FakePortList port_list;
   FakePortInspector port_inspector;
+  FakeFileSystem files;
+  FakeContactsDatabase contacts;
+  FakeInstanceGate instances;
   FakeThreadStarter threads;
   ManualWaiter waiter;
   SimulatedLine line;
   MessageBoxScript boxes;
+  FileDialogScript file_dialogs;
   std::unique_ptr<CellDeskApplication> application;
 
  private:

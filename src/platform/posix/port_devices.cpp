@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/posix/runtime_folder.h"
 #include "platform/posix/usb_device.h"
 
 namespace celldesk {

@@ -1,23 +1,12 @@
 #include "platform/posix/port_paths.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cstdlib>
-#include <string>
+#include "platform/posix/runtime_folder.h"
 
 namespace celldesk {
 
-bool IsPrivateFolder(const std::filesystem::path& folder) {
-  struct stat status {};
-  return ::lstat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::getuid() &&
-         (status.st_mode & 0077) == 0;
-}
-
 PortPaths PortPaths::OfThisMachine() {
-  const char* runtime = std::getenv("XDG_RUNTIME_DIR");
-  if (runtime && *runtime) return {"/sys", "/dev", std::filesystem::path(runtime) / "celldesk" / "ports"};
-  return {"/sys", "/dev", "/tmp/celldesk-" + std::to_string(::getuid()) + "/ports", true};
+  const RuntimeFolder runtime = RuntimeFolder::OfThisUser();
+  return {"/sys", "/dev", runtime.path / "ports", runtime.in_shared_place};
 }
 
 }  // namespace celldesk

@@ -17,7 +17,4 @@ struct PortPaths {
   static PortPaths OfThisMachine();
 };
 
-/// True when `folder` is a folder (no symlink), the user's, and closed to everybody else.
-bool IsPrivateFolder(const std::filesystem::path& folder);
-
 }  // namespace celldesk

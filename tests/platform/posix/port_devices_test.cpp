@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "platform/posix/fake_device_tree.h"
+#include "platform/posix/runtime_folder.h"
 #include "platform/posix/usb_device.h"
 
 namespace celldesk {

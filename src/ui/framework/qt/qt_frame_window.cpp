@@ -92,9 +92,11 @@ void FrameWindow::SetIcon(std::string_view name) {
 
 void FrameWindow::BringToFront() {
   if (!IsAttached()) return;
-  frame_->window->showNormal();
-  frame_->window->raise();
-  frame_->window->activateWindow();
+  QWidget& window = *frame_->window;
+  window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+  window.show();
+  window.raise();
+  window.activateWindow();
 }
 
 }  // namespace celldesk
