@@ -1,7 +1,8 @@
 // Input: octets 0-4 the bits of the first octet, reference, TOA, relative validity and the number's length
 // (low 5 bits); then the number's digits and, for each octet left, a character of the text by its GSM code.
-// Property: decode of encode is the identity, the PDU is whole octets of upper-case hexadecimal and fits its
-// buffer.
+// Property: a text of up to 160 characters of the GSM alphabet always encodes, decode of encode is the
+// identity, and the PDU is whole octets of upper-case hexadecimal: as many as the fields take, but for a last
+// octet that only the highest bits of the last character reach into and that would be 0 (an ending "@").
 
 #include <algorithm>
 #include <cstdint>
@@ -34,6 +35,27 @@ SmsMessage Composed(const std::uint8_t* data, std::size_t size) {
   return message;
 }
 
+std::size_t ValidityOctets(const SmsMessage& message) {
+  const ValidityFormat format = ValidityFormatOf(message.first_octet);
+  if (format == ValidityFormat::kRelative) return 1;
+  return format == ValidityFormat::kAbsolute ? 7 : 0;
+}
+
+/// Octets of the septets that are written.
+std::size_t TextOctets(const std::u16string& text) {
+  if (text.empty()) return 0;
+  const std::size_t begin = 7 * (text.size() - 1);
+  const unsigned bits_in_first = 8 - begin % 8;
+  const bool reaches_on = bits_in_first < 7 && WideToGsm(text.back()) >> bits_in_first != 0;
+  return begin / 8 + (reaches_on ? 2 : 1);
+}
+
+std::size_t WantedOctets(const SmsMessage& message) {
+  constexpr std::size_t kSingleOctets = 7;  // first, reference, number's length, TOA, PID, DCS, text's length
+  return kSingleOctets + (message.submit.number.size() + 1) / 2 + ValidityOctets(message) +
+         TextOctets(message.text);
+}
+
 void CheckSame(const SmsMessage& left, const SmsMessage& right) {
   HOLDS(left.first_octet == right.first_octet);
   HOLDS(left.submit.reference == right.submit.reference);
@@ -63,7 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     HOLDS(message.pdu_text.empty());
     return 0;
   }
-  HOLDS(message.pdu_text.size() % 2 == 0 && message.pdu_text.size() <= 512);
+  HOLDS(message.pdu_text.size() == 2 * WantedOctets(message));
   HOLDS(message.pdu_text.find_first_not_of(u"0123456789ABCDEF") == std::u16string::npos);
   if (message.text.size() > 255) return 0;  // the length octet has wrapped
   SmsMessage back;

@@ -54,9 +54,11 @@ constexpr std::array<ClassRow, 4> kClasses = {{
     {"Temporary error, SC is not making any more transfer attempts", 179},
 }};
 
+constexpr ClassRow kUnknownClass = {"<Unknown>", 348};
+
 constexpr ClassRow ClassOf(std::uint32_t status) {
   const std::size_t index = (status & 0xE0) >> 5;
-  return index < kClasses.size() ? kClasses[index] : ClassRow{"<Unknown>", 0};
+  return index < kClasses.size() ? kClasses[index] : kUnknownClass;
 }
 
 }  // namespace

@@ -11,12 +11,8 @@ std::string_view DeliveryStatusText(std::uint32_t status);
 /// What the class of a TP-Status (its bits 0xE0) says; "<Unknown>" for 0x80 and above.
 std::string_view DeliverySeverityText(std::uint32_t status);
 
-/// Number of the sentence for the class: 124 delivered, 178 tried again, 179 given up; 0 for class 0x80 and
-/// above, which has none.
+/// Number of the sentence for the class: 124 delivered, 178 tried again, 179 given up, 348 for class 0x80 and
+/// above, which tells nothing. Each takes status, status text and severity text.
 int DeliverySentence(std::uint32_t status);
-
-/// The sentence for the classes that have no number; takes the same three values.
-inline constexpr std::u16string_view kUnknownClassSentence =
-    u"Message delivery is UNKNOWN, status(%#2x,%s)severity(%s).";
 
 }  // namespace celldesk

@@ -77,8 +77,7 @@ std::u16string SmsMessage::StatusText() const { return WidenAscii(DeliveryStatus
 std::u16string SmsMessage::SeverityText() const { return WidenAscii(DeliverySeverityText(report.status)); }
 
 std::u16string SmsMessage::DeliveryReportText(TextSource texts) const {
-  const int number = DeliverySentence(report.status);
-  const std::u16string sentence = number == 0 ? std::u16string(kUnknownClassSentence) : texts(number);
+  const std::u16string sentence = texts(DeliverySentence(report.status));
   return Format(sentence, {report.status, StatusText(), SeverityText()});
 }
 

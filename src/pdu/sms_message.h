@@ -67,7 +67,7 @@ class SmsMessage : public SmsSubmitPart,
   std::u16string StatusText() const;
   /// How final the status is, by its class; "<Unknown>" for classes 0x80 and above.
   std::u16string SeverityText() const;
-  /// The sentence about the report's status, by texts 124, 178 and 179 of `texts`.
+  /// The sentence about the report's status, by texts 124, 178, 179 and 348 of `texts`.
   std::u16string DeliveryReportText(TextSource texts) const;
 
   std::uint32_t flags = 0;

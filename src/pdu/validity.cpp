@@ -12,9 +12,7 @@ constexpr int kDaysText = 158;
 constexpr int kWeeksText = 159;
 constexpr int kTillText = 160;
 
-std::u16string HoursText(int minutes, const Locale& locale, TextSource texts) {
-  const std::u16string separator = locale.TimeSeparator();
-  if (separator.empty()) return {};
+std::u16string HoursText(int minutes, std::u16string_view separator, TextSource texts) {
   return Format(texts(kHoursText), {Format(u"%i%s%i", {minutes / 60, separator, minutes % 60})});
 }
 
@@ -29,8 +27,10 @@ std::uint8_t SnapValidity(std::uint8_t value) {
 }
 
 std::u16string RelativeValidityText(std::uint8_t value, const Locale& locale, TextSource texts) {
-  if (value < 144) return HoursText((value + 1) * 5, locale, texts);
-  if (value < 168) return HoursText((value - 119) * 30, locale, texts);
+  const std::u16string separator = locale.TimeSeparator();
+  if (separator.empty()) return {};
+  if (value < 144) return HoursText((value + 1) * 5, separator, texts);
+  if (value < 168) return HoursText((value - 119) * 30, separator, texts);
   if (value <= 196) return Format(texts(kDaysText), {value - 166});
   return Format(texts(kWeeksText), {value - 192});
 }

@@ -35,7 +35,7 @@ inline constexpr std::array<ValidityPreset, 5> kValidityPresets = {
 std::uint8_t SnapValidity(std::uint8_t value);
 
 /// A relative validity period (GSM 03.40 9.2.3.12.1) as the user reads it, by texts 157 to 159 ("%s hours",
-/// "%i days", "%i weeks"). Empty when hours need the time separator and there is none.
+/// "%i days", "%i weeks"). Empty, whatever the period, when the time separator cannot be had.
 std::u16string RelativeValidityText(std::uint8_t value, const Locale& locale, TextSource texts);
 
 /// The validity period of a message to be sent: relative as above, absolute by text 160 ("till %s") with the

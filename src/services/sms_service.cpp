@@ -82,6 +82,7 @@ Status SmsService::QueryStoring() {
 }
 
 bool SmsService::HasRoom() const {
+  if (messages_.FirstFree() < 0) return false;
   bool known = false;
   for (int memory = 0; IsMessageMemory(memory); ++memory) {
     const auto n = static_cast<std::size_t>(memory);

@@ -49,6 +49,7 @@ class SmsService : public Object {
   std::uint8_t centre_type() const { return centre_type_; }
   bool delivery_report() const { return delivery_report_; }
   bool reply_path() const { return reply_path_; }
+  bool adapter() const { return adapter_; }
   std::uint8_t validity() const { return validity_; }
 
   /// Asks which message memories there are and whether messages can be stored. A phone that lists no memories
@@ -60,7 +61,8 @@ class SmsService : public Object {
   const std::u16string& write_memories() const { return write_memories_; }
   const std::u16string& receive_memories() const { return receive_memories_; }
   bool store_supported() const { return store_supported_; }
-  /// False once every memory that messages can be stored in is known to be full, those to be stored counted.
+  /// False once every memory that messages can be stored in is known to be full, those to be stored counted,
+  /// and when the records here are.
   bool HasRoom() const;
 
   /// Selects one memory of kMessageMemories for reading, deleting and writing. E_FAIL for any other.

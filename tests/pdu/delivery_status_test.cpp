@@ -54,10 +54,10 @@ TEST(DeliveryStatus, TheClassTellsSeverityAndSentence) {
                            {0x20, "Temporary error, SC still trying to transfer SM", 178},
                            {0x40, "Permanent error, SC is not making any more transfer attempts", 179},
                            {0x60, "Temporary error, SC is not making any more transfer attempts", 179},
-                           {0x80, "<Unknown>", 0},
-                           {0xA0, "<Unknown>", 0},
-                           {0xC0, "<Unknown>", 0},
-                           {0xE0, "<Unknown>", 0}};
+                           {0x80, "<Unknown>", 348},
+                           {0xA0, "<Unknown>", 348},
+                           {0xC0, "<Unknown>", 348},
+                           {0xE0, "<Unknown>", 348}};
   for (const auto& [first, severity, sentence] : classes) {
     for (const std::uint32_t status : {first, first + 0x1F}) {
       EXPECT_EQ(DeliverySeverityText(status), severity);

@@ -77,6 +77,7 @@ TEST(SmsMessage, ClearForgetsEverythingButUnsetCalendarFields) {
   for (const DateTime* time : {&message.submit.absolute_validity, &message.deliver.timestamp,
                                &message.report.timestamp, &message.report.discharge}) {
     EXPECT_FALSE(time->is_set());
+    EXPECT_EQ(time->fields, (CalendarTime{2001, 3, 0, 5, 9, 5, 7, 0}));
   }
 }
 

@@ -21,6 +21,8 @@ inline std::u16string TestText(int number) {
       return u"ERROR, delivery will by retryied, status(%#2x,%s)severity(%s).";
     case 179:
       return u"Message was NOT delivered, status(%#2x,%s)severity(%s).";
+    case 348:
+      return u"Message delivery is UNKNOWN, status(%#2x,%s)severity(%s).";
     default:
       return u"?";
   }

@@ -33,11 +33,13 @@ TEST(Validity, HoursTakeTheUsersTimeSeparator) {
   EXPECT_EQ(ValidityText(Submit(0x11, 12), locale, TestText), u"1.5 hours");
 }
 
-TEST(Validity, WithoutATimeSeparatorHoursAreEmpty) {
+TEST(Validity, WithoutATimeSeparatorEveryRelativePeriodIsEmpty) {
   FakeLocale locale;
   locale.set_time_separator(u"");
-  EXPECT_EQ(ValidityText(Submit(0x11, 12), locale, TestText), u"");
-  EXPECT_EQ(ValidityText(Submit(0x11, 168), locale, TestText), u"2 days");
+  for (const int value : {12, 150, 168, 197}) {
+    const SmsMessage message = Submit(0x11, static_cast<std::uint8_t>(value));
+    EXPECT_EQ(ValidityText(message, locale, TestText), u"") << value;
+  }
 }
 
 TEST(Validity, AnAbsoluteTimeShowsInTheUsersFormat) {

@@ -189,6 +189,15 @@ TEST(SmsService, HasRoomUntilEveryMemoryIsKnownToBeFull) {
   EXPECT_FALSE(session.service.HasRoom());
 }
 
+TEST(SmsService, HasNoRoomWhenTheRecordsAreFull) {
+  SmsSession session;
+  SmsStore& messages = session.service.messages();
+  while (messages.count() < SmsStore::kLimit) messages.At(messages.Append()).flags = kMessageInUse;
+  EXPECT_FALSE(session.service.HasRoom());
+  messages.Remove(7);
+  EXPECT_TRUE(session.service.HasRoom());
+}
+
 TEST(SmsService, ForgetsHowFullThePhoneBeforeWas) {
   SmsSession session(Capabilities("\"SM\"") + Select("SM", "< +CPMS: 10,10,10,10\n< OK\n") +
                      Capabilities("\"SM\""));

@@ -140,6 +140,59 @@ TEST(SmsService, GoesOnWithTheNextMemoryAfterSilence) {
   EXPECT_EQ(session.waiter.now() - start, 9000ms);
 }
 
+TEST(SmsService, FailsWhenTheLastMemoryIsSilent) {
+  ListSession session("\"SM\",\"ME\"", Select("SM") + List("< OK\n") + Select("ME") + List(""));
+  const auto start = session.waiter.now();
+  EXPECT_EQ(session.service.ListAll(nullptr), E_FAIL);
+  EXPECT_EQ(session.waiter.now() - start, 9000ms);
+}
+
+TEST(SmsService, TakesNoErrorWithACodeForTheEndOfAListing) {
+  ListSession session("\"SM\"", Select("SM") + List("< +CMS ERROR: 321\n< +CMGL: 1,1,,0\n< 00\n< OK\n"));
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  EXPECT_EQ(session.count(), 1);
+}
+
+TEST(SmsService, TakesTenThousandMessagesOfOneMemory) {
+  constexpr int kCount = 10000;
+  std::string listing;
+  for (int i = 0; i < kCount; ++i) {
+    listing += "< +CMGL: " + std::to_string(i) + ",1,,23\n< " + kDeliverPdu + "\n";
+  }
+  ListSession session("\"SM\"", Select("SM") + List(listing + "< OK\n"));
+  EXPECT_EQ(session.service.ListAll(&session.list), S_OK);
+  ASSERT_EQ(session.count(), kCount);
+  EXPECT_EQ(session.At(kCount - 1).memory_index, kCount - 1);
+  EXPECT_EQ(session.At(kCount - 1).text, u"Test");
+  EXPECT_EQ(session.list.rows.size(), static_cast<std::size_t>(kCount));
+}
+
+TEST(SmsService, ReusesTheLastRecordForWhatDoesNotFit) {
+  ListSession session("\"SM\"", Select("SM") + List("< +CMGL: 5,0,,23\n< " + std::string(kDeliverPdu) + "\n" +
+                                                    "< +CMGL: 6,1,,0\n< 00\n< OK\n"));
+  while (session.count() < SmsStore::kLimit) session.service.messages().Append();
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  EXPECT_EQ(session.count(), SmsStore::kLimit);
+  EXPECT_EQ(session.At(SmsStore::kLimit - 1).memory_index, 6);
+  EXPECT_EQ(session.At(SmsStore::kLimit - 1).deliver.number, u"");
+}
+
+TEST(SmsService, TakesAPduCutAnywhere) {
+  const std::string pdu = kDeliverPdu;
+  std::string listing;
+  for (std::size_t cut = 1; cut <= pdu.size(); ++cut) {
+    listing += "< +CMGL: " + std::to_string(cut) + ",1,,23\n< " + pdu.substr(0, cut) + "\n";
+  }
+  ListSession session("\"SM\"", Select("SM") + List(listing + "< OK\n"));
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  ASSERT_EQ(session.count(), static_cast<int>(pdu.size()));
+  for (int i = 0; i < session.count(); ++i) {
+    EXPECT_EQ(session.At(i).pdu_text.size(), static_cast<std::size_t>(i) + 1);
+    EXPECT_EQ(session.At(i).flags, 1U);
+  }
+  EXPECT_EQ(session.At(session.count() - 1).text, u"Test");
+}
+
 TEST(SmsService, KeepsTheMessagesOfAListingThatBreaksOff) {
   ListSession session("\"SM\"", Select("SM") + List("< +CMGL: 1,1,,0\n< 00\n< +CMGL: 2,1,,0\n"));
   const auto start = session.waiter.now();

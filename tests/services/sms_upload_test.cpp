@@ -139,6 +139,50 @@ TEST(SmsService, UploadDoesNotSendAMessageWhoseStoreWasSkipped) {
   EXPECT_EQ(message.flags, 155U);
 }
 
+TEST(SmsService, UploadTellsTheViewOfEveryRecordItIsDoneWith) {
+  UploadSession session(Select("SM") + "> AT+CMGD=0\\r\n< OK\n" + Send(kOk) + Send(kError),
+                        {UploadAnswer::kSkip});
+  AddMessage(session.service, 1 | 2 | 4);
+  AddMessage(session.service, 1);
+  AddMessage(session.service, 27);
+  AddMessage(session.service, 27);
+  EXPECT_EQ(session.service.UploadAll(), S_OK);
+  EXPECT_EQ(session.list.rows, (std::vector<int>{0, 2, 3}));
+}
+
+TEST(SmsService, UploadHasTheStatusOfItsLastOperation) {
+  UploadSession session(Send(kError) + Select("SM", "< ERROR\n"), {UploadAnswer::kSkip});
+  AddMessage(session.service, 27);
+  AddMessage(session.service, 1 | 2 | 4);
+  EXPECT_EQ(session.service.UploadAll(), E_FAIL);
+}
+
+TEST(SmsService, UploadSendsAMessageOnceWhenItsAnswerIsLost) {
+  UploadSession session(Send(""), {UploadAnswer::kSkip});
+  SmsMessage& message = AddMessage(session.service, 27);
+  EXPECT_EQ(session.service.UploadAll(), S_OK);
+  EXPECT_EQ(message.flags, 27U);
+  EXPECT_EQ(session.asked.size(), 1U);
+}
+
+TEST(SmsService, UploadSendsNothingASecondTimeInALaterUpload) {
+  UploadSession session(Send(kOk) + Send(kError) + Send(kOk), {UploadAnswer::kSkip});
+  AddMessage(session.service, 27);
+  AddMessage(session.service, 27);
+  EXPECT_EQ(session.service.UploadAll(), S_OK);
+  EXPECT_EQ(session.service.UploadAll(), S_OK);
+  EXPECT_EQ(session.service.UploadAll(), S_OK);
+}
+
+TEST(SmsService, UploadStoresNothingASecondTimeWhenOnlyTheSendingIsTriedAgain) {
+  UploadSession session(Store("SM", kOk) + Send(kError) + Send(kError) + Send(kOk), {UploadAnswer::kRetry});
+  SmsMessage& message = AddMessage(session.service, 155);
+  EXPECT_EQ(session.service.UploadAll(), E_FAIL);
+  EXPECT_EQ(message.flags, 27U);
+  EXPECT_EQ(session.service.UploadAll(), S_OK);
+  EXPECT_EQ(message.flags, 1U);
+}
+
 TEST(SmsService, UploadStopsOnAnyOtherAnswer) {
   for (const auto answer : {UploadAnswer::kStop, UploadAnswer{0}, UploadAnswer{99}}) {
     UploadSession session(Send(kError), {answer});
