@@ -3,7 +3,7 @@
 #include <QStandardPaths>
 #include <utility>
 
-#include "platform/qt/settings_document.h"
+#include "platform/settings_document.h"
 #include "platform/qt/settings_file.h"
 
 namespace celldesk {

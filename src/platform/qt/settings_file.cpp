@@ -16,6 +16,7 @@ namespace {
 constexpr int kLockLeftBehindMs = 2000;
 constexpr int kLockDeadlineMs = 10'000;
 constexpr unsigned long kLockPollMs = 2;
+constexpr qint64 kLargestFile = 32 * 1024 * 1024;
 
 bool Acquire(QLockFile& lock) {
   lock.setStaleLockTime(kLockLeftBehindMs);
@@ -33,8 +34,10 @@ bool Acquire(QLockFile& lock) {
 
 std::optional<SettingsDocument> SettingsFile::Read() const {
   QFile file(QString::fromStdU16String(path_));
-  if (!file.exists()) return SettingsDocument();
-  if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+  const QFileInfo info(file);
+  if (!info.exists()) return SettingsDocument();
+  // A pipe or a device in the file's place may never end, and a file this large holds no settings.
+  if (!info.isFile() || info.size() > kLargestFile || !file.open(QIODevice::ReadOnly)) return std::nullopt;
   const QByteArray text = file.readAll();
   if (file.error() != QFileDevice::NoError) return std::nullopt;
   return SettingsDocument::Parse({text.constData(), static_cast<std::size_t>(text.size())});
@@ -58,7 +61,9 @@ SystemError SettingsFile::Change(const std::function<SystemError(SettingsDocumen
 bool SettingsFile::Write(const std::string& text) const {
   QSaveFile file(QString::fromStdU16String(path_));
   const auto size = static_cast<qint64>(text.size());
-  return file.open(QIODevice::WriteOnly) && file.write(text.data(), size) == size && file.commit();
+  // The flush is needed: a commit overlooks that the last of the text found no room on the disk.
+  return file.open(QIODevice::WriteOnly) && file.write(text.data(), size) == size && file.flush() &&
+         file.commit();
 }
 
 bool SettingsFile::KeepDamaged() const {

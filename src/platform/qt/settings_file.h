@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/qt/settings_document.h"
 #include "platform/registry.h"
+#include "platform/settings_document.h"
 
 namespace celldesk {
 
@@ -16,7 +16,8 @@ class SettingsFile {
  public:
   explicit SettingsFile(std::u16string path) : path_(std::move(path)) {}
 
-  /// The content; an empty document when there is no file yet, none when it cannot be read.
+  /// The content; an empty document when there is no file yet, none when it cannot be read, is no ordinary
+  /// file or has more than 32 MB: then nothing replaces it either.
   std::optional<SettingsDocument> Read() const;
   /// Runs `change` on the present content and, when it returns success and changed something, writes that. A
   /// file with lines of no known form is first copied beside itself, with ".damaged" at its end (".damaged-2"

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/registry.h"
@@ -54,8 +55,10 @@ class SettingsDocument {
   std::size_t SectionFor(std::u16string_view path);
   std::size_t FindSection(std::u16string_view path) const;
   static std::size_t FindLine(const Section& section, std::u16string_view name);
+  void NumberSections();
 
   std::vector<Section> sections_{1};
+  std::unordered_map<std::u16string, std::size_t> section_of_;  ///< by path in lower case
   bool damaged_ = false;
 };
 

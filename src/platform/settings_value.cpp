@@ -1,4 +1,4 @@
-#include "platform/qt/settings_value.h"
+#include "platform/settings_value.h"
 
 #include <charconv>
 

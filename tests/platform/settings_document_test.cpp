@@ -1,4 +1,4 @@
-#include "platform/qt/settings_document.h"
+#include "platform/settings_document.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,6 +29,25 @@ TEST(SettingsDocument, ASoundTextComesBackAsItWas) {
 TEST(SettingsDocument, ALastLineNeedsNoEnd) {
   const SettingsDocument document = SettingsDocument::Parse("[CurrentUser/A]\nx = number:1");
   EXPECT_EQ(document.Value(u"CurrentUser\\A", u"x"), NumberData(1));
+}
+
+TEST(SettingsDocument, CarriageReturnsAtTheEndOfALineNeverCount) {
+  const SettingsDocument document = SettingsDocument::Parse("[CurrentUser/A]\r\r\nx = string:1\r\r\r\n");
+  EXPECT_EQ(document.Value(u"CurrentUser\\A", u"x"), StringData(u"1"));
+  EXPECT_EQ(document.ToText(), "[CurrentUser/A]\nx = string:1\n");
+}
+
+TEST(SettingsDocument, HoldsSixtyThousandKeysAndValues) {
+  constexpr int kMany = 60'000;
+  std::string text;
+  for (int i = 0; i < kMany; ++i) text += "[CurrentUser/K" + std::to_string(i) + "]\n";
+  for (int i = 0; i < kMany; ++i) text += "v" + std::to_string(i) + " = number:1\n";
+  SettingsDocument document = SettingsDocument::Parse(text);
+  EXPECT_EQ(document.SubkeyNames(u"CurrentUser").size(), std::size_t{kMany});
+  EXPECT_EQ(document.ValueNames(u"CurrentUser\\K59999").size(), std::size_t{kMany});
+  document.RemoveKey(u"CurrentUser\\K0");
+  EXPECT_FALSE(document.HasKey(u"CurrentUser\\K0"));
+  EXPECT_EQ(document.Value(u"CurrentUser\\k59999", u"V7"), NumberData(1));
 }
 
 TEST(SettingsDocument, ASectionThatComesTwiceIsOneKey) {

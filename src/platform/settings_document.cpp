@@ -1,8 +1,9 @@
-#include "platform/qt/settings_document.h"
+#include "platform/settings_document.h"
 
 #include <algorithm>
+#include <unordered_set>
 
-#include "platform/qt/settings_value.h"
+#include "platform/settings_value.h"
 #include "util/text.h"
 
 namespace celldesk {
@@ -13,6 +14,12 @@ constexpr std::string_view kBlanks = " \t";
 constexpr char16_t kSeparator = u'\\';
 
 char16_t Lower(char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; }
+
+std::u16string Lowered(std::u16string_view name) {
+  std::u16string lowered(name);
+  std::transform(lowered.begin(), lowered.end(), lowered.begin(), Lower);
+  return lowered;
+}
 
 bool SameName(std::u16string_view left, std::u16string_view right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),
@@ -90,7 +97,7 @@ SettingsDocument SettingsDocument::Parse(std::string_view text) {
   while (!text.empty()) {
     const std::size_t end = text.find('\n');
     std::string_view line = text.substr(0, end);
-    if (line.ends_with('\r')) line.remove_suffix(1);
+    while (line.ends_with('\r')) line.remove_suffix(1);
     document.ParseLine(line, section);
     text.remove_prefix(end == text.npos ? text.size() : end + 1);
   }
@@ -130,16 +137,19 @@ std::string SettingsDocument::ToText() const {
 }
 
 std::size_t SettingsDocument::SectionFor(std::u16string_view path) {
-  const std::size_t found = FindSection(path);
-  if (found != kNone) return found;
-  sections_.push_back({std::u16string(path), {}});
-  return sections_.size() - 1;
+  const auto [place, is_new] = section_of_.try_emplace(Lowered(path), sections_.size());
+  if (is_new) sections_.push_back({std::u16string(path), {}});
+  return place->second;
 }
 
 std::size_t SettingsDocument::FindSection(std::u16string_view path) const {
-  for (std::size_t i = 1; i < sections_.size(); ++i)
-    if (SameName(sections_[i].path, path)) return i;
-  return kNone;
+  const auto found = section_of_.find(Lowered(path));
+  return found == section_of_.end() ? kNone : found->second;
+}
+
+void SettingsDocument::NumberSections() {
+  section_of_.clear();
+  for (std::size_t i = 1; i < sections_.size(); ++i) section_of_.emplace(Lowered(sections_[i].path), i);
 }
 
 std::size_t SettingsDocument::FindLine(const Section& section, std::u16string_view name) {
@@ -167,17 +177,18 @@ void SettingsDocument::RemoveKey(std::u16string_view path) {
   std::erase_if(sections_, [&](const Section& section) {
     return SameName(section.path, path) || IsUnder(section.path, path);
   });
+  NumberSections();
   if (!HasKey(Above(path))) AddKey(Above(path));
 }
 
 std::vector<std::u16string> SettingsDocument::SubkeyNames(std::u16string_view path) const {
   std::vector<std::u16string> names;
+  std::unordered_set<std::u16string> known;
   for (const Section& section : sections_) {
     if (!IsUnder(section.path, path)) continue;
     const std::u16string rest = section.path.substr(path.size() + 1);
     const std::u16string name = rest.substr(0, rest.find(kSeparator));
-    const auto same = [&](const std::u16string& other) { return SameName(name, other); };
-    if (std::none_of(names.begin(), names.end(), same)) names.push_back(name);
+    if (known.insert(Lowered(name)).second) names.push_back(name);
   }
   return names;
 }
@@ -215,10 +226,10 @@ std::vector<std::u16string> SettingsDocument::ValueNames(std::u16string_view pat
   std::vector<std::u16string> names;
   const std::size_t section = FindSection(path);
   if (section == kNone) return names;
-  const std::vector<Line>& lines = sections_[section].lines;
-  for (std::size_t i = 0; i < lines.size(); ++i)
-    if (lines[i].name && FindLine(sections_[section], *lines[i].name) == i && DecodeValue(lines[i].data()))
-      names.push_back(*lines[i].name);
+  std::unordered_set<std::u16string> known;
+  for (const Line& line : sections_[section].lines)
+    if (line.name && known.insert(Lowered(*line.name)).second && DecodeValue(line.data()))
+      names.push_back(*line.name);
   return names;
 }
 
