@@ -5,6 +5,7 @@ namespace {
 
 constexpr std::string_view kSection = "@";
 constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kComment = "//";
 constexpr int kFirstCentre = 2;  // after the operator's name and network code
 
 bool Matches(char16_t text, char16_t field) { return text == field || (field == u'\r' && text == u'\n'); }
@@ -75,8 +76,9 @@ std::optional<OperatorDirectory::Position> OperatorDirectory::SkipField(Position
   return after && *after < bytes_.size() ? after : std::nullopt;
 }
 
+// Not SkipComments: here one "/" begins no comment, also after one.
 std::optional<OperatorDirectory::Position> OperatorDirectory::LineAt(Position position) const {
-  position = SkipComments(bytes_, position);
+  while (IsLineEnd(position) || StandsAt(bytes_, position, kComment)) position = AfterLineEnd(position);
   if (position >= bytes_.size() || StandsAt(bytes_, position, kSection)) return std::nullopt;
   return position;
 }
@@ -104,5 +106,10 @@ std::optional<OperatorDirectory::Position> OperatorDirectory::FirstOperator(
 }
 
 bool OperatorDirectory::IsLineEnd(Position position) const { return StandsAt(bytes_, position, kLineEnd); }
+
+OperatorDirectory::Position OperatorDirectory::AfterLineEnd(Position position) const {
+  while (position < bytes_.size() && !IsLineEnd(position)) ++position;
+  return position + kLineEnd.size();
+}
 
 }  // namespace celldesk

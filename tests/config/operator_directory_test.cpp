@@ -5,6 +5,7 @@
 #include <random>
 
 #include "ui/resources/providers.h"
+#include "util/text.h"
 
 namespace celldesk {
 namespace {
@@ -89,6 +90,14 @@ TEST(OperatorDirectory, MeetsSectionsAfterTextOfItsOwn) {
   EXPECT_EQ(directory.Operators(u"Austria"), (Names{u"A1"}));
 }
 
+TEST(OperatorDirectory, TakesOnlyTwoSlashesForAComment) {
+  const OperatorDirectory directory(
+      Bytes("@country;\r\n// one\r\n\r\n//two;\r\n/Slash;SL;1;\r\n@SL;1;\r\n//\r\n/A;1;+1;\r\n/B;2;+2;\r\n"));
+  EXPECT_EQ(directory.Countries(), (Names{u"/Slash"}));
+  EXPECT_EQ(directory.Operators(u"/Slash"), (Names{u"/A", u"/B"}));
+  EXPECT_EQ(directory.Centres(u"/Slash", u"/B"), (Names{u"+2"}));
+}
+
 TEST(OperatorDirectory, ListsNothingWithoutASection) {
   for (const std::string_view text : {"", "Austria;AT;43;\r\n", "x@\r\n", "@", "@\r\n", "\r\n"}) {
     const OperatorDirectory directory(Bytes(text));
@@ -154,18 +163,63 @@ class Providers : public testing::Test {
   const OperatorDirectory directory_{ProvidersResource()};
 };
 
+TEST_F(Providers, HoldsTheCountriesInThisOrder) {
+  const Names expected = {u"Andorra",        u"Austria",         u"Australia",
+                          u"Azerbaijan",     u"Bahrain",         u"Belgium",
+                          u"Bulgaria",       u"Canada",          u"China",
+                          u"Croatia",        u"Czech Republic",  u"Denmark",
+                          u"Egypt",          u"Estonia",         u"Finland",
+                          u"France",         u"Germany",         u"Greece",
+                          u"Hong Kong",      u"Hungary",         u"Iceland",
+                          u"India",          u"Indonesia",       u"Ireland",
+                          u"Israel",         u"Italy",           u"Kuwait",
+                          u"Latvia",         u"Lebanon",         u"Lithuania",
+                          u"Luxembourg",     u"Macedonia",       u"Malaysia",
+                          u"Mauritius",      u"Netherlands",     u"New Zealand",
+                          u"Norway",         u"Philippines",     u"Poland",
+                          u"Portugal",       u"Romania",         u"Russia",
+                          u"Singapore",      u"Slovak Republic", u"Slovenia",
+                          u"South Africa",   u"Spain",           u"Sweden",
+                          u"Switzerland",    u"Taiwan",          u"Thailand",
+                          u"Turkey",         u"Ukraine",         u"United Arab Emirates",
+                          u"United Kingdom", u"United States",   u"Yugoslavia",
+                          u"Zimbabwe"};
+  EXPECT_EQ(directory_.Countries(), expected);
+}
+
 TEST_F(Providers, HoldsFiftyEightCountriesWithTheirOperators) {
   const Names countries = directory_.Countries();
   ASSERT_EQ(countries.size(), 58U);
-  EXPECT_EQ(countries.front(), u"Andorra");
-  EXPECT_EQ(countries.back(), u"Zimbabwe");
   std::size_t operators = 0;
   for (const std::u16string& country : countries) operators += directory_.Operators(country).size();
   EXPECT_EQ(operators, 163U);
   int sections = 0;
   for (auto section = directory_.FirstSection(); section; section = directory_.NextSection(*section))
     ++sections;
-  EXPECT_EQ(sections, 59);
+  EXPECT_EQ(sections, 59) << "one for each country, and theirs";
+}
+
+// Every line of the sections is reached: none is hidden behind an irregular one.
+TEST_F(Providers, HidesNoOperatorLine) {
+  std::size_t lines = 0, sections = 0;
+  for (std::size_t at = 0; at < Text().size(); at = Text().find("\r\n", at) + 2) {
+    if (Text()[at] == '@') ++sections;
+    if (sections > 1 && Text()[at] != '@') ++lines;
+  }
+  EXPECT_EQ(sections, 59U);
+  EXPECT_EQ(lines, 163U);
+}
+
+TEST_F(Providers, GivesEveryOperatorACentreThatTheConnectionTakes) {
+  for (const std::u16string& country : directory_.Countries())
+    for (const std::u16string& name : directory_.Operators(country)) {
+      const Names centres = directory_.Centres(country, name);
+      EXPECT_FALSE(centres.empty()) << ToUtf8(country + u"/" + name);
+      for (const std::u16string& centre : centres) {
+        EXPECT_GE(centre.size(), 7U);
+        EXPECT_EQ(centre.front(), u'+') << ToUtf8(centre);
+      }
+    }
 }
 
 TEST_F(Providers, HoldsTheIrregularRowsAsTheyStand) {
