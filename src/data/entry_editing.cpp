@@ -15,6 +15,16 @@ bool IsFree(const AddressBook& book, int position, std::u16string_view own_id) {
   return !entry.is_occupied() || entry.id == own_id;
 }
 
+/// True when the slot of this id is none of the memory's and yet the entry's own: it stands there, or nothing
+/// is known of the memory and nobody else does.
+bool StandsBeyondTheMemory(const AddressBook& book, std::u16string_view own_id) {
+  const int position = book.memory().PositionOf(ParseDecimal(own_id));
+  const int capacity = book.memory().Capacity();
+  if (own_id.empty() || position < capacity || position >= AddressBook::kLimit) return false;
+  if (position >= book.count()) return capacity == 0;
+  return book.entries()[static_cast<std::size_t>(position)].id == own_id;
+}
+
 }  // namespace
 
 int NameLimit(const AddressBook& book) {
@@ -31,6 +41,7 @@ std::vector<std::u16string> AssignableIds(const AddressBook& book, std::u16strin
   for (int position = 0; position < slots; ++position) {
     if (IsFree(book, position, own_id)) ids.push_back(DecimalText(book.memory().IndexAt(position)));
   }
+  if (StandsBeyondTheMemory(book, own_id)) ids.emplace_back(own_id);
   return ids;
 }
 

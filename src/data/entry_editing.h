@@ -15,8 +15,9 @@ namespace celldesk {
 int NameLimit(const AddressBook& book);
 int NumberLimit(const AddressBook& book);
 
-/// The indexes, in decimal, that the dialog offers for an entry with the id `own_id`: the free slots and the
-/// entry's own. Slots beyond the book's count are free; at most AddressBook::kLimit are listed.
+/// The indexes, in decimal, that the dialog offers for an entry with the id `own_id`: the memory's free slots
+/// and the entry's own. Slots beyond the book's count are free; at most AddressBook::kLimit are listed. An
+/// entry that stands beyond the memory keeps its own slot, and so does one whose phone was never asked.
 std::vector<std::u16string> AssignableIds(const AddressBook& book, std::u16string_view own_id);
 
 /// Makes the book as long as the phone's memory and finds the `position` for a new entry: the first free one,

@@ -24,7 +24,7 @@ bool AddressEditDialog::OnInitDialog(int /*focus*/, LongParameter /*parameter*/)
   return false;
 }
 
-// An id that is neither free nor within the memory's range is not offered: then nothing is chosen.
+// An entry whose id is not offered (its slot is another's, or none of the memory's) begins without a choice.
 void AddressEditDialog::FillAssignments() {
   int own = -1;
   for (const std::u16string& id : AssignableIds(book_, entry_.id)) {

@@ -45,9 +45,30 @@ TEST(AssignableIds, IncludeSlotsThatTheBookDoesNotReach) {
   EXPECT_EQ(book.count(), 1);
 }
 
-TEST(AssignableIds, AreNoneForAPhoneThatWasNeverAskedAndBoundedForAnAbsurdOne) {
+TEST(AssignableIds, AreTheEntrysOwnAloneForAPhoneThatWasNeverAsked) {
   AddressBook book(u"SM", true);
-  EXPECT_TRUE(AssignableIds(book, u"1").empty());
+  EXPECT_EQ(AssignableIds(book, u"1"), (Texts{u"1"}));
+  EXPECT_EQ(AssignableIds(book, u""), Texts{});
+  EXPECT_EQ(AssignableIds(book, u"0"), Texts{}) << "before the first index";
+  EXPECT_EQ(AssignableIds(book, u"99999999"), Texts{});
+  Fill(book, 0, u"A", u"1");
+  Fill(book, 1, u"B", u"2");
+  book.At(0).id = u"2";
+  EXPECT_EQ(AssignableIds(book, u"2"), (Texts{u"2"}));
+  EXPECT_EQ(AssignableIds(book, u"1"), Texts{}) << "another's slot";
+}
+
+TEST(AssignableIds, IncludeTheSlotOfAnEntryThatStandsBeyondTheMemory) {
+  AddressBook book = LoadedBook(2);
+  Fill(book, 0, u"A", u"1");
+  Fill(book, 4, u"beyond", u"5");
+  EXPECT_EQ(AssignableIds(book, u"5"), (Texts{u"2", u"5"}));
+  EXPECT_EQ(AssignableIds(book, u"4"), (Texts{u"2"})) << "a slot that the memory does not have";
+  EXPECT_EQ(AssignableIds(book, u"77"), (Texts{u"2"}));
+}
+
+TEST(AssignableIds, AreBoundedForAnAbsurdMemory) {
+  AddressBook book(u"SM", true);
   book.memory().last = 99999999;
   EXPECT_EQ(AssignableIds(book, u"1").size(), 65536U);
 }

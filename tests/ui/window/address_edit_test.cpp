@@ -272,7 +272,7 @@ TEST(AddressNew, TellsThatTheMemoryIsFull) {
   EXPECT_THAT(window.LastBox(), IsErrorBox("Address book on your mobile phone is full."));
 }
 
-TEST(AddressNew, EmptiesTheBookOfAPhoneThatWasNeverAsked) {
+TEST(AddressNew, BeginsTheBookOfAPhoneThatWasNeverAskedAnew) {
   WindowSession session;
   ASSERT_TRUE(session.Start());
   AddressBook& book = session.sim().book();
@@ -284,18 +284,37 @@ TEST(AddressNew, EmptiesTheBookOfAPhoneThatWasNeverAsked) {
   session.InNextDialog([&](Dialog& dialog) {
     shown = true;
     EXPECT_EQ(Utf8(dialog.Title()), "New item");
-    EXPECT_EQ(dialog.ChoiceCount(kMemory), 0);
+    EXPECT_THAT(Choices(dialog), ElementsAre("1"));
+    EXPECT_EQ(Utf8(dialog.Text(kMemory)), "1");
     TypeInto(dialog, kName, QString(60, u'n'));
     TypeInto(dialog, kNumber, QString(60, u'1'));
-    EXPECT_EQ(dialog.Text(kName).size(), 40u);
-    EXPECT_EQ(dialog.Text(kNumber).size(), 40u);
     ClickDialogButton(dialog, kIdOk);
   });
   session.Command(command::kNew);
   EXPECT_TRUE(shown);
-  EXPECT_EQ(book.count(), 0) << "no id can be chosen, so nothing is kept";
-  EXPECT_EQ(session.sim().list().RowCount(), 0);
+  EXPECT_EQ(book.count(), 1) << "the entry from before is gone";
+  EXPECT_THAT(WindowSession::Rows(session.sim()),
+              ElementsAre("1|" + std::string(40, 'n') + "|" + std::string(40, '1')));
   EXPECT_THAT(session.TakeAsked(), IsEmpty());
+}
+
+TEST(AddressEdit, EditsTheEntryOfAPhoneThatWasNeverAskedInItsPlace) {
+  WindowSession session;
+  ASSERT_TRUE(session.Start());
+  AddressEntry& entry = session.sim().book().At(2);
+  entry.id = u"3";
+  entry.name = u"Anna";
+  entry.flags = AddressEntry::kOccupied;
+  session.sim().AddItem(2);
+  session.sim().list().SetFocusedRow(0);
+  session.InNextDialog([](Dialog& dialog) {
+    EXPECT_EQ(Utf8(dialog.Text(kMemory)), "3");
+    dialog.SetText(kName, u"Anne");
+    ClickDialogButton(dialog, kIdOk);
+  });
+  session.Command(command::kOpen);
+  EXPECT_THAT(WindowSession::Rows(session.sim()), ElementsAre("3|Anne|"));
+  EXPECT_EQ(session.sim().book().At(2).flags, AddressEntry::kOccupied | AddressEntry::kModified);
 }
 
 TEST(AddressNew, MakesTheBookAsLongAsTheMemory) {
