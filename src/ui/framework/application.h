@@ -36,7 +36,8 @@ class Application : public Object, public Waiter {
   virtual void PumpMessages();
   /// 5: the message loop until the quit message, or until `*go_on` turns false.
   virtual int Run(const bool* go_on);
-  /// 6: OnIdle with 0, 1, ... until it returns false. The message loop runs it whenever no message waits.
+  /// 6: OnIdle with 0, 1, ... until it returns false. The message loop runs it whenever no message waits; one
+  /// that comes meanwhile is handled between two calls, and they begin with 0 again.
   virtual void IdleLoop();
   /// 7: asks the current view; when it wants no more, frees what was collected since.
   virtual bool OnIdle(int count);

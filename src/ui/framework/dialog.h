@@ -69,7 +69,7 @@ class Dialog : public Window {
   int SelectedChoice(int id) const;
   void SelectChoice(int id, int index);
 
-  /// Progress bar of the template, 0 to 100.
+  /// Progress bar of the template: 0 to 100, what lies beyond shows as the nearer end.
   void SetBar(int id, int percent);
 
   /// The report list of control `id`; made on first use, lives with the dialog.

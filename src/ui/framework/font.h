@@ -27,8 +27,9 @@ class FontSet {
   FontSet(const FontSet&) = delete;
   FontSet& operator=(const FontSet&) = delete;
 
-  /// Makes the fonts from a face name and a height in pixels; an empty face or a height of 0 is the system's
-  /// own. False when a font that the program needs cannot be made.
+  /// Makes the fonts from a face name and a height in pixels, whose sign does not matter; an empty face, a
+  /// height of 0 and one that no screen has are the system's own. False when a font that the program needs
+  /// cannot be made.
   bool Create(std::u16string_view face, int height);
   const NativeFonts* native() const { return native_.get(); }
 

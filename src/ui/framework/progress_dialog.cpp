@@ -1,5 +1,8 @@
 #include "ui/framework/progress_dialog.h"
 
+#include <algorithm>
+#include <cstdint>
+
 namespace celldesk {
 namespace {
 
@@ -19,14 +22,15 @@ void ProgressState::SetPosition(int position) {
     position_ = position;
     return;
   }
-  const int steps = highest_ - lowest_;
-  if (steps != 0) position_ = (position_ + 1) % steps;
+  const std::int64_t steps = std::int64_t{highest_} - lowest_;
+  if (steps != 0) position_ = static_cast<int>((std::int64_t{position_} + 1) % steps);
 }
 
-int ProgressState::Percentage() const {
-  const int steps = highest_ - lowest_;
-  if (steps == 0) return -1;
-  return static_cast<int>(static_cast<long long>(position_ - lowest_) * 100 / steps);
+std::optional<int> ProgressState::Percentage() const {
+  const std::int64_t steps = std::int64_t{highest_} - lowest_;
+  if (steps == 0) return std::nullopt;
+  const std::int64_t percentage = (std::int64_t{position_} - lowest_) * 100 / steps;
+  return static_cast<int>(std::clamp<std::int64_t>(percentage, INT32_MIN, INT32_MAX));
 }
 
 ProgressDialog::ProgressDialog() : Dialog(kTemplate) {}
@@ -52,8 +56,7 @@ void ProgressDialog::SetRange(int lowest, int highest) { state_.SetRange(lowest,
 
 void ProgressDialog::SetPosition(int position) {
   state_.SetPosition(position);
-  const int percentage = state_.Percentage();
-  if (percentage >= 0) SetBar(kBar, percentage);
+  if (const auto percentage = state_.Percentage()) SetBar(kBar, *percentage);
   UpdateNow();
 }
 

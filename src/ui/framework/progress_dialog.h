@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "ui/framework/dialog.h"
@@ -13,8 +14,9 @@ class ProgressState {
   /// A negative position is one step further; after the last step it starts again.
   void SetPosition(int position);
   int position() const { return position_; }
-  /// (position - lowest) * 100 / (highest - lowest); -1 when the range is empty and the bar is left alone.
-  int Percentage() const;
+  /// (position - lowest) * 100 / (highest - lowest), which a position outside of the range takes beyond 0 to
+  /// 100; none when the range is empty.
+  std::optional<int> Percentage() const;
 
  private:
   int lowest_ = 0;
@@ -22,7 +24,8 @@ class ProgressState {
   int position_ = 0;
 };
 
-/// Modeless progress window: a line of text and a bar. Every change is painted at once.
+/// Modeless progress window: a line of text and a bar, which an empty range leaves alone. Every change is
+/// painted at once.
 class ProgressDialog : public Dialog {
  public:
   ProgressDialog();

@@ -43,8 +43,43 @@ class ApplicationTest : public FrameworkTest {
 TEST_F(ApplicationTest, CallsIdleWorkUntilItWantsNoMore) {
   IdleView view(3);
   application().set_current_view(&view);
+  application().PumpMessages();
   application().IdleLoop();
   EXPECT_THAT(view.counts, ElementsAre(0, 1, 2));
+}
+
+TEST_F(ApplicationTest, HandlesAMessageThatComesDuringIdleWorkBeforeMoreOfIt) {
+  class BusyView : public NotingWindow {
+   public:
+    explicit BusyView(Application& application) : application_(application) { Make(); }
+    bool OnIdle(int count) override {
+      calls.push_back("OnIdle " + std::to_string(count));
+      if (calls.size() == 2) application_.Post([this] { calls.push_back("message"); });
+      return calls.size() < 6;
+    }
+
+   private:
+    Application& application_;
+  };
+  BusyView view(application());
+  application().set_current_view(&view);
+  application().PumpMessages();
+  application().IdleLoop();
+  EXPECT_THAT(view.calls, ElementsAre("OnIdle 0", "OnIdle 1", "message", "OnIdle 0", "OnIdle 1", "OnIdle 2"));
+}
+
+TEST_F(ApplicationTest, EndsIdleWorkThatNeverEndsWithTheProgram) {
+  class EndlessView : public NotingWindow {
+   public:
+    EndlessView() { Make(); }
+    bool OnIdle(int /*count*/) override { return true; }
+  };
+  EndlessView view;
+  application().set_current_view(&view);
+  QTimer quit;
+  QObject::connect(&quit, &QTimer::timeout, &quit, [&] { application().PostQuit(8); });
+  quit.start(1);
+  EXPECT_EQ(application().Run(nullptr), 8);
 }
 
 TEST_F(ApplicationTest, FreesTemporaryObjectsWhenTheViewWantsNoMore) {

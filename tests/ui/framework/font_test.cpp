@@ -52,6 +52,21 @@ TEST_F(FontSetTest, UsesTheSystemsOwnForNoNameAndNoHeight) {
   EXPECT_EQ(Font(fonts, FontRole::kItalic).pointSizeF(), QApplication::font().pointSizeF());
 }
 
+TEST_F(FontSetTest, TakesANegativeHeightForThatOfTheCharacters) {
+  FontSet fonts;
+  ASSERT_TRUE(fonts.Create(u"", -13));
+  EXPECT_EQ(Font(fonts, FontRole::kBold).pixelSize(), 13);
+  EXPECT_EQ(Font(fonts, FontRole::kField).pixelSize(), 18);
+}
+
+TEST_F(FontSetTest, TakesNoHeightThatNoScreenHas) {
+  for (const int height : {201, -201, 2147483647, -2147483647 - 1}) {
+    FontSet fonts;
+    ASSERT_TRUE(fonts.Create(u"", height));
+    EXPECT_EQ(Font(fonts, FontRole::kBold).pointSizeF(), QApplication::font().pointSizeF()) << height;
+  }
+}
+
 TEST_F(FontSetTest, GivesTheControlsOwnFontForTheNormalRole) {
   FontSet fonts;
   ASSERT_TRUE(fonts.Create(u"Some Face", 20));

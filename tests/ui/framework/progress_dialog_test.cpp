@@ -43,7 +43,7 @@ TEST(ProgressState, LeavesTheBarAloneForAnEmptyRange) {
   ProgressState state;
   state.SetRange(4, 4);
   state.SetPosition(4);
-  EXPECT_EQ(state.Percentage(), -1);
+  EXPECT_EQ(state.Percentage(), std::nullopt);
   state.SetPosition(-1);
   EXPECT_EQ(state.position(), 4);
 }
@@ -53,6 +53,21 @@ TEST(ProgressState, HoldsTheLargestRange) {
   state.SetRange(0, 2147483647);
   state.SetPosition(2147483647);
   EXPECT_EQ(state.Percentage(), 100);
+  state.SetPosition(-1);
+  EXPECT_EQ(state.position(), 1) << "one further, modulo the steps";
+  state.SetRange(-2147483647 - 1, 2147483647);
+  EXPECT_EQ(state.Percentage(), 50);
+}
+
+TEST(ProgressState, GoesBeyondTheEndsWithAPositionOutsideOfTheRange) {
+  ProgressState state;
+  state.SetRange(100, 200);
+  state.SetPosition(99);
+  EXPECT_EQ(state.Percentage(), -1);
+  state.SetPosition(0);
+  EXPECT_EQ(state.Percentage(), -100);
+  state.SetPosition(300);
+  EXPECT_EQ(state.Percentage(), 200);
 }
 
 /// Counts the paint events of a widget.
@@ -81,6 +96,19 @@ TEST_F(ProgressDialogTest, ShowsCaptionLineAndBar) {
   dialog.SetRange(3, 3);
   dialog.SetPosition(3);
   EXPECT_EQ(bar->value(), 50) << "an empty range leaves it alone";
+}
+
+TEST_F(ProgressDialogTest, ShowsTheNearerEndForAPositionOutsideOfTheRange) {
+  ProgressDialog dialog;
+  ASSERT_TRUE(dialog.Create(nullptr));
+  const auto* bar = qobject_cast<QProgressBar*>(ControlOf(dialog, QStringLiteral("control_1002")));
+  dialog.SetRange(5, 9);
+  dialog.SetPosition(8);
+  EXPECT_EQ(bar->value(), 75);
+  dialog.SetPosition(-1);
+  EXPECT_EQ(bar->value(), 0) << "the step wrapped below the range";
+  dialog.SetPosition(100);
+  EXPECT_EQ(bar->value(), 100);
 }
 
 TEST_F(ProgressDialogTest, PaintsEveryChangeAtOnce) {

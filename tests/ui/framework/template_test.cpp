@@ -56,6 +56,10 @@ TEST(MenuTemplate, HasTheMenusOfViewerAndEditor) {
 TEST(MenuTemplate, GivesTheItemsTheirCommands) {
   EXPECT_THAT(Commands(185), ElementsAre(2002, 2006, 2003, 2017, 2054, 2018, 2008, 2009, 2010, 2014, 2015,
                                          2048, 2012, 2013, 2011, 2047));
+  EXPECT_THAT(Commands(186), ElementsAre(2006, 2003, 2017, 2023, 2025, 2027, 2008, 2009, 2010, 2014, 2015,
+                                         2012, 2013, 2011, 2047));
+  EXPECT_THAT(Commands(196), ElementsAre(2002, 2006, 2003, 2017, 2027, 2008, 2009, 2010, 2014, 2015, 2012,
+                                         2013, 2011, 2047));
   EXPECT_THAT(Commands(198), ElementsAre(2042, 2036, 2023, 2025, 2003));
   EXPECT_THAT(Commands(199), ElementsAre(2042, 2036, 2030, 2034, 2003));
   EXPECT_THAT(Commands(195), ElementsAre(2029, 2028));
@@ -123,6 +127,31 @@ TEST(Strings, HaveTheColumnsOfEveryList) {
   EXPECT_EQ(LoadString(121), u"120;Name;70;Entries;70;Size;130;Modify;50;OID;50;Type;");
   EXPECT_EQ(LoadString(103), u"Address-SIM;Address-MT;Inbox;Outbox;");
   EXPECT_EQ(LoadString(100), u"Corvane Cell Desk");
+}
+
+TEST(Strings, HaveTheTextsOfTheFrameAndItsTransfers) {
+  EXPECT_EQ(LoadString(110), u"Cannot open communication port '%s'");
+  EXPECT_EQ(LoadString(127), u"You are currently connected to mobile phone\rDo you want to exit?");
+  EXPECT_EQ(LoadString(138), u"You have unsaved changes in address book '%s'.\r\rDo you want to exit?");
+  EXPECT_EQ(LoadString(139), u"You changed SMS message(s). Do you want to exit?");
+  EXPECT_EQ(LoadString(145), u"No mobile phone detected.");
+  EXPECT_EQ(LoadString(176), u"Phone Book");
+  EXPECT_EQ(LoadString(177), u"SMS messages");
+  EXPECT_EQ(LoadString(180), u"Invalid file format.");
+  EXPECT_EQ(LoadString(128), u"Initialization...");
+  EXPECT_EQ(LoadString(129), u"Starting communication...");
+  EXPECT_EQ(LoadString(130), u"Progress %i of %i...");
+  EXPECT_EQ(LoadString(131), u"Exporting address book...");
+}
+
+TEST(Strings, HaveTheLabelsOfTheSettingsAndWhatTheirSmsPageOffers) {
+  EXPECT_EQ(LoadString(104), u"General;Operator;Sms;");
+  std::string labels;
+  for (const ControlTemplate& control : LoadDialogTemplate(223).controls)
+    labels += ToUtf8(control.text) + ";";
+  EXPECT_EQ(labels,
+            "&Request delivery report;&Reply path;Validity:;;Delete SMS from SIM:;&Manually;After move into "
+            "Inbox;Download automatically;");
 }
 
 TEST(Strings, ResolveTheirLineEnds) {

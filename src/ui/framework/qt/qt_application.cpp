@@ -50,6 +50,7 @@ struct NativeApplication : public QObject {
   bool eventFilter(QObject* /*watched*/, QEvent* event) override {
     if (event->type() == kIdleEvent) return false;
     PostIdle();
+    message_seen = true;
     if (event->spontaneous()) input_seen = true;
     const bool is_key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     if (!is_key) return false;
@@ -108,6 +109,15 @@ struct NativeApplication : public QObject {
     pump_clock.restart();
   }
 
+  // True when there were messages. No idle work comes of them: the idle loop that asks goes on itself.
+  bool HandleWaiting() {
+    message_seen = false;
+    ++waiting;
+    QCoreApplication::processEvents(QEventLoop::AllEvents, kPumpInterval);
+    --waiting;
+    return message_seen;
+  }
+
   QApplication toolkit;
   QElapsedTimer pump_clock;
   QEventLoop* loop = nullptr;
@@ -115,6 +125,7 @@ struct NativeApplication : public QObject {
   int exit_code = 0;
   bool idle_posted = false;
   bool input_seen = false;
+  bool message_seen = false;
   bool quit = false;
   bool wait_cursor = false;
 };
@@ -205,8 +216,8 @@ int Application::Run(const bool* go_on) {
 }
 
 void Application::IdleLoop() {
-  for (int count = 0; OnIdle(count); ++count) {
-  }
+  int count = 0;
+  while (!native_->quit && OnIdle(count)) count = native_->HandleWaiting() ? 0 : count + 1;
 }
 
 bool Application::OnIdle(int count) {

@@ -211,7 +211,8 @@ void Dialog::SelectChoice(int id, int index) {
 }
 
 void Dialog::SetBar(int id, int percent) {
-  if (auto* bar = Find<QProgressBar>(*this, id)) bar->setValue(percent);
+  if (auto* bar = Find<QProgressBar>(*this, id))
+    bar->setValue(std::clamp(percent, bar->minimum(), bar->maximum()));
 }
 
 }  // namespace celldesk

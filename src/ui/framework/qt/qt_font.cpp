@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QFontInfo>
+#include <cstdlib>
 
 #include "ui/framework/font.h"
 #include "ui/framework/qt/native.h"
@@ -10,9 +11,14 @@ namespace {
 
 constexpr int kFieldHeight = 18;
 
+// No font of a screen is higher; a height beyond it is garbage in the registry.
+constexpr int kTallest = 200;
+
+// A negative height is that of the characters, a positive one that of the line (logical fonts); here both are
+// the size of the characters.
 QFont MakeFont(const QFont& base, int height) {
   QFont font = base;
-  if (height > 0) font.setPixelSize(height);
+  if (height != 0 && height >= -kTallest && height <= kTallest) font.setPixelSize(std::abs(height));
   return font;
 }
 

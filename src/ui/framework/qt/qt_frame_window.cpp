@@ -1,6 +1,7 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMainWindow>
+#include <QScreen>
 #include <QStatusBar>
 
 #include "ui/framework/application.h"
@@ -17,7 +18,9 @@ constexpr QSize kDefaultSize(640, 420);
 // The toolkit's close and activation become messages; closing is the program's own decision.
 class NativeFrameWindow : public QMainWindow {
  public:
-  explicit NativeFrameWindow(Window& frame) : frame_(frame) { resize(kDefaultSize); }
+  explicit NativeFrameWindow(Window& frame) : frame_(frame) {
+    resize(kDefaultSize.boundedTo(screen()->availableSize()));
+  }
 
  protected:
   void closeEvent(QCloseEvent* event) override {
