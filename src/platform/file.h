@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/system_error.h"
 
@@ -41,6 +43,13 @@ class FileSystem {
   virtual std::unique_ptr<MappedFile> Map(std::u16string_view path, SystemError& error) = 0;
   /// Creates a file, replacing an existing one's content; null with `error` set when that fails.
   virtual std::unique_ptr<OutputFile> Create(std::u16string_view path, SystemError& error) = 0;
+  /// Makes a folder, with every missing one on the way to it; success when it is there already.
+  virtual SystemError MakeFolder(std::u16string_view path) = 0;
+  /// Names of what a folder holds, in no order; none for a folder that cannot be read.
+  virtual std::vector<std::u16string> Names(std::u16string_view folder) = 0;
+  /// Gives a file another name in its folder, in one step; a file that had that name is replaced.
+  virtual SystemError Rename(std::u16string_view path, std::u16string_view new_path) = 0;
+  virtual SystemError Remove(std::u16string_view path) = 0;
 };
 
 }  // namespace celldesk

@@ -130,12 +130,11 @@ TEST(RecordFile, ReadsBareLineFeedsAsLineEnds) {
 }
 
 TEST(RecordFile, FailsWhenThereIsNoMemoryForLineEnds) {
-  struct OneFile : FileSystem {
+  struct OneFile : FakeFileSystem {
     std::unique_ptr<MappedFile> Map(std::u16string_view, SystemError& error) override {
       error = kErrorSuccess;
       return std::move(mapped);
     }
-    std::unique_ptr<OutputFile> Create(std::u16string_view, SystemError&) override { return nullptr; }
     std::unique_ptr<MappedFile> mapped;
   };
   FakeFileSystem source;

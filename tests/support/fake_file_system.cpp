@@ -1,5 +1,7 @@
 #include "support/fake_file_system.h"
 
+#include <utility>
+
 namespace celldesk {
 namespace {
 
@@ -58,6 +60,35 @@ std::unique_ptr<OutputFile> FakeFileSystem::Create(std::u16string_view path, Sys
   std::string& content = files[std::u16string(path)];
   content.clear();
   return std::make_unique<FakeOutputFile>(*this, content);
+}
+
+// Folders are there as soon as a file is in them.
+SystemError FakeFileSystem::MakeFolder(std::u16string_view /*path*/) { return open_error; }
+
+std::vector<std::u16string> FakeFileSystem::Names(std::u16string_view folder) {
+  std::vector<std::u16string> names;
+  const std::u16string start = std::u16string(folder) + u'/';
+  for (const auto& [path, content] : files) {
+    const bool inside = path.starts_with(start) && path.find(u'/', start.size()) == path.npos;
+    if (inside) names.push_back(path.substr(start.size()));
+  }
+  return names;
+}
+
+SystemError FakeFileSystem::Rename(std::u16string_view path, std::u16string_view new_path) {
+  const auto file = files.find(path);
+  if (file == files.end()) return kErrorFileNotFound;
+  std::string content = std::move(file->second);
+  files.erase(file);
+  files[std::u16string(new_path)] = std::move(content);
+  return kErrorSuccess;
+}
+
+SystemError FakeFileSystem::Remove(std::u16string_view path) {
+  const auto file = files.find(path);
+  if (file == files.end()) return kErrorFileNotFound;
+  files.erase(file);
+  return kErrorSuccess;
 }
 
 }  // namespace celldesk

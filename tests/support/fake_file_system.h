@@ -13,6 +13,10 @@ class FakeFileSystem : public FileSystem {
  public:
   std::unique_ptr<MappedFile> Map(std::u16string_view path, SystemError& error) override;
   std::unique_ptr<OutputFile> Create(std::u16string_view path, SystemError& error) override;
+  SystemError MakeFolder(std::u16string_view path) override;
+  std::vector<std::u16string> Names(std::u16string_view folder) override;
+  SystemError Rename(std::u16string_view path, std::u16string_view new_path) override;
+  SystemError Remove(std::u16string_view path) override;
 
   std::map<std::u16string, std::string, std::less<>> files;
   SystemError open_error = kErrorSuccess;   ///< anything else: no file opens

@@ -7,8 +7,11 @@
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
+#include <cstdio>
+#include <filesystem>
 #include <new>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "platform/posix/descriptor.h"
@@ -16,6 +19,8 @@
 
 namespace celldesk {
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr mode_t kNewFileMode = 0666;  // less the user's mask
 
@@ -117,6 +122,29 @@ std::unique_ptr<OutputFile> PosixFileSystem::Create(std::u16string_view path, Sy
   // The file is missing only where its folder is.
   if (error == kErrorFileNotFound) error = kErrorPathNotFound;
   return error != kErrorSuccess ? nullptr : std::make_unique<PosixOutputFile>(file.release());
+}
+
+SystemError PosixFileSystem::MakeFolder(std::u16string_view path) {
+  std::error_code error;
+  fs::create_directories(ToUtf8(path), error);
+  return FromErrno(error.value());
+}
+
+std::vector<std::u16string> PosixFileSystem::Names(std::u16string_view folder) {
+  std::vector<std::u16string> names;
+  std::error_code error;
+  for (fs::directory_iterator entry(ToUtf8(folder), error), end; !error && entry != end;
+       entry.increment(error))
+    names.push_back(FromUtf8(entry->path().filename().native()));
+  return names;
+}
+
+SystemError PosixFileSystem::Rename(std::u16string_view path, std::u16string_view new_path) {
+  return ::rename(ToUtf8(path).c_str(), ToUtf8(new_path).c_str()) == 0 ? kErrorSuccess : FromErrno(errno);
+}
+
+SystemError PosixFileSystem::Remove(std::u16string_view path) {
+  return ::unlink(ToUtf8(path).c_str()) == 0 ? kErrorSuccess : FromErrno(errno);
 }
 
 SystemError FromErrno(int code) {

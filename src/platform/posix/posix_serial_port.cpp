@@ -145,7 +145,12 @@ Status PosixSerialPort::Write(std::span<const std::uint8_t> bytes) {
     if (put < 0 && errno != EAGAIN && errno != EINTR) return E_FAIL;
     const auto left = std::chrono::ceil<milliseconds>(end - steady_clock::now());
     if (bytes.empty()) break;
-    if (left <= milliseconds(0) || WaitFor(POLLOUT, write_purge_, left) == Wait::kPurged) return E_FAIL;
+    if (left <= milliseconds(0)) return E_FAIL;
+    if (WaitFor(POLLOUT, write_purge_, left) == Wait::kPurged) {
+      // What was put on the line between the purge's own flush and now.
+      ::tcflush(line_.get(), TCOFLUSH);
+      return E_FAIL;
+    }
   }
   return S_OK;
 }

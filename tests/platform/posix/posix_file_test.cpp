@@ -229,5 +229,29 @@ TEST(FromErrno, GivesTheSystemsCodes) {
   EXPECT_EQ(FromErrno(EIO), 31U);
 }
 
+TEST_F(PosixFileSystemTest, MakesFoldersOnTheWay) {
+  EXPECT_EQ(files_.MakeFolder(Path("a/b/c")), kErrorSuccess);
+  EXPECT_EQ(files_.MakeFolder(Path("a/b/c")), kErrorSuccess);
+  EXPECT_TRUE(std::filesystem::is_directory(folder_.path() / "a" / "b" / "c"));
+  folder_.Write("file", "x");
+  EXPECT_NE(files_.MakeFolder(Path("file/b")), kErrorSuccess);
+}
+
+TEST_F(PosixFileSystemTest, NamesWhatAFolderHolds) {
+  folder_.Write("\xC4\x8D.adr", "x");
+  EXPECT_EQ(files_.Names(Path("")), std::vector<std::u16string>{u"\u010D.adr"});
+  EXPECT_TRUE(files_.Names(Path("nothing")).empty());
+}
+
+TEST_F(PosixFileSystemTest, RenamesAndRemoves) {
+  folder_.Write("a", "new");
+  folder_.Write("b", "old");
+  EXPECT_EQ(files_.Rename(Path("a"), Path("b")), kErrorSuccess);
+  EXPECT_EQ(Content("b"), "new");
+  EXPECT_EQ(files_.Rename(Path("a"), Path("b")), kErrorFileNotFound);
+  EXPECT_EQ(files_.Remove(Path("b")), kErrorSuccess);
+  EXPECT_EQ(files_.Remove(Path("b")), kErrorFileNotFound);
+}
+
 }  // namespace
 }  // namespace celldesk
