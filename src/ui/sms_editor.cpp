@@ -96,10 +96,7 @@ bool SmsEditor::UpdateData(bool save) {
   SetDate(kAbsoluteTime, state_.absolute.fields);
   SetChecked(kReplyPathCheck, state_.reply_path);
   SetChecked(kReportCheck, state_.delivery_report);
-  SelectChoice(kSaveTo, 0);
-  for (int i = 0; i < ChoiceCount(kSaveTo); ++i) {
-    if (ChoiceData(kSaveTo, i) == state_.save_to) SelectChoice(kSaveTo, i);
-  }
+  ShowSaveTo();
   showing_ = false;
   ShowTextFacts();
   EnableFields();
@@ -112,6 +109,15 @@ void SmsEditor::ShowRecipient() {
   if (state_.marked) font = FontRole::kFieldStruckOut;
   SetControlFont(kRecipient, folder().fonts(), font);
   SetControlFont(kBody, folder().fonts(), FontRole::kField);
+}
+
+// A memory that the phone does not offer cannot be saved to.
+void SmsEditor::ShowSaveTo() {
+  SelectChoice(kSaveTo, 0);
+  for (int i = 0; i < ChoiceCount(kSaveTo); ++i) {
+    if (ChoiceData(kSaveTo, i) == state_.save_to) SelectChoice(kSaveTo, i);
+  }
+  state_.save_to = static_cast<int>(ChoiceData(kSaveTo, SelectedChoice(kSaveTo)));
 }
 
 void SmsEditor::ShowTextFacts() {

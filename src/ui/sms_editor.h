@@ -29,6 +29,7 @@ class SmsEditor : public SmsDialog {
   bool OffersMemory(int memory) const;
   bool CanSave() const;
   void ShowRecipient();
+  void ShowSaveTo();
   void ShowTextFacts();
   void EnableFields();
   void DropName();

@@ -205,7 +205,7 @@ void SmsFolderView::Compose(const SmsDraft& draft) {
 
 void SmsFolderView::ShowNewMessage(std::size_t record) {
   for (SmsFolderView* folder : {this, sibling_}) {
-    if (!folder->filled_) continue;
+    if (!folder->IsAttached()) continue;
     const int row = folder->AddItem(record);
     if (row < 0) continue;
     folder->list().ClearSelection();

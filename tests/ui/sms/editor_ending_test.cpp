@@ -12,6 +12,7 @@ using testing::IsEmpty;
 constexpr const char* kBadNumber = "The number entered has invalid format.";
 constexpr const char* kNoText =
     "You did not enter any text in your SMS message. Do you want to entrer more data?";
+constexpr const char* kNoSpace = "There is no space for saving another SMS message on your mobile phone.";
 
 TEST(SmsEditor, ANumberThatDoesNotParseKeepsTheDialogOpen) {
   EditorWindow window;
@@ -283,7 +284,7 @@ TEST(SmsEditor, StaysOpenWhenThereIsNoRoomForAnotherRecord) {
     Give(dialog, command::kSend);
     EXPECT_TRUE(dialog.IsVisible());
   });
-  EXPECT_THAT(window.TakeAsked(), IsEmpty());
+  EXPECT_THAT(window.TakeAsked(), ElementsAre(kNoSpace));
   EXPECT_EQ(window.messages().count(), SmsStore::kLimit);
 }
 

@@ -181,6 +181,18 @@ TEST(SmsEditor, SavesToThePhoneWhenThatIsAllThereIs) {
   EXPECT_EQ(window.messages().At(0).memory, 1);
 }
 
+TEST(SmsEditor, AMessageOfAMemoryThatIsNotOfferedIsNotSaved) {
+  simulator::Profile profile;
+  profile.replies["AT+CPMS=?"] = {R"(+CPMS: ("SM"),("ME"),("SM"))"};
+  EditorWindow window(PhoneWithMessages(), profile);
+  window.Open(0, [](Dialog& dialog) {
+    EXPECT_EQ(ChosenText(dialog, editor::kSaveTo), "<do not save>");
+    EXPECT_FALSE(dialog.IsEnabled(command::kSave));
+    Give(dialog, command::kSend);
+  });
+  EXPECT_EQ(SmsWindow::Flags(window.outbox(), 0), 27U);
+}
+
 TEST(SmsEditor, AMessageInMemoryOneKeepsTheSaveToChoiceThatTheDialogHadBefore) {
   EditorWindow window;
   window.Open(0, [&](Dialog& dialog) {

@@ -13,6 +13,7 @@ class ListTable : public QTableView {
   ListTable(ListView& list, QWidget* parent);
 
   void SetEmptyText(const QString& text);
+  const QString& empty_text() const { return empty_text_; }
   int hot_row() const { return hot_row_; }
 
  protected:
