@@ -3,6 +3,7 @@
 #include "config/settings_store.h"
 #include "data/entry_editing.h"
 #include "data/entry_order.h"
+#include "ui/address_book_exchange.h"
 #include "ui/address_edit_dialog.h"
 #include "ui/commands.h"
 #include "ui/framework/menu_state.h"
@@ -35,6 +36,8 @@ std::u16string AddressBookView::DisplayName() const { return LoadString(traits_.
 bool AddressBookView::OnInitDialog(int focus, LongParameter parameter) {
   FolderView::OnInitDialog(focus, parameter);
   list().SetImages({"entry", "entry_changed"});
+  // What came into the book before its page was made.
+  for (int position = 0; position < book_.count(); ++position) AddItem(static_cast<std::size_t>(position));
   return true;
 }
 
@@ -58,6 +61,12 @@ void AddressBookView::OnCommand(int command, LongParameter /*parameter*/) {
       break;
     case command::kItemAssignment:
       ToggleItemAssignment();
+      break;
+    case command::kImport:
+      if (!assignment_.active()) AddressBookExchange(frame(), services(), *this, *partner_).Import();
+      break;
+    case command::kExport:
+      if (!assignment_.active()) AddressBookExchange(frame(), services(), *this, *partner_).Export();
       break;
     case command::kLoadData:
       LoadData();
@@ -87,9 +96,6 @@ void AddressBookView::OnInitMenuPopup(MenuState& menu, int index) {
 // Ids are put aside during item assignment: nothing may be written or edited before they are back.
 bool AddressBookView::IsCommandDisabled(int command, std::size_t selection_count) {
   switch (command) {
-    case command::kImport:
-    case command::kExport:
-      return true;
     case command::kItemAssignment:
       return book_.count() == 0;
     case command::kOpen:
@@ -149,6 +155,15 @@ std::vector<int> AddressBookView::Positions(const std::vector<int>& rows) {
   std::vector<int> positions;
   for (const int row : rows) positions.push_back(static_cast<int>(list().RecordAt(row)));
   return positions;
+}
+
+std::vector<int> AddressBookView::SelectedPositions() {
+  return IsAttached() ? Positions(list().SelectedRows()) : std::vector<int>();
+}
+
+void AddressBookView::EmptyBook() {
+  book_.ClearAll();
+  list().Clear();
 }
 
 void AddressBookView::Edit() {
@@ -237,7 +252,9 @@ Status AddressBookView::Download() {
   book_.ClearAll();
   list().Clear();
   rows_read_ = 0;
-  return AfterQuery(ReadPhonebook(services().engine, book_, this));
+  const Status status = AfterQuery(ReadPhonebook(services().engine, book_, this));
+  if (!Failed(status)) changed_ = false;
+  return status;
 }
 
 void AddressBookView::LoadData() {
@@ -284,6 +301,7 @@ void AddressBookView::Upload(bool selected_only) {
         status = AfterQuery(
             WritePhonebook(services().engine, book_, this,
                            selected_only ? std::optional<std::span<const int>>(selection) : std::nullopt));
+        if (!Failed(status) && !selected_only) changed_ = false;
       }
     }
     progress_.Close();
@@ -338,6 +356,7 @@ void AddressBookView::AssignRow(int row) {
 }
 
 void AddressBookView::RowRead(int position) {
+  if (!IsAttached()) return;
   const auto record = static_cast<std::size_t>(position);
   if (list().Shows(record)) {
     list().Redraw(-1);

@@ -28,7 +28,17 @@ class AddressBookView : public FolderView, public PhonebookObserver {
   const AddressBook& book() const { return book_; }
   /// The memory's name for the user.
   std::u16string DisplayName() const;
-  bool HasUnsavedChanges() const override { return book_.IsModified(); }
+  bool HasUnsavedChanges() const override { return changed_ || book_.IsModified(); }
+
+  // For import and export.
+  /// The other address book folder; borrowed for the view's life.
+  void SetPartner(AddressBookView& partner) { partner_ = &partner; }
+  /// Positions of the selected rows in display order; none while the page does not exist.
+  std::vector<int> SelectedPositions();
+  /// Clears every entry and drops the rows.
+  void EmptyBook();
+  /// The book counts as changed until the next load or upload, even where no entry is.
+  void MarkChanged() { changed_ = true; }
 
   bool OnInitDialog(int focus, LongParameter parameter) override;
   void OnCommand(int command, LongParameter parameter) override;
@@ -74,6 +84,8 @@ class AddressBookView : public FolderView, public PhonebookObserver {
   AddressBook book_;
   ItemAssignment assignment_;
   ProgressDialog progress_;
+  AddressBookView* partner_ = nullptr;
+  bool changed_ = false;
   int rows_read_ = 0;
 };
 

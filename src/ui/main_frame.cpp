@@ -68,6 +68,8 @@ void MainFrame::MakeFolders() {
   const BookTraits phone{u"ME", false, text::kPhoneMemory};
   sim_ = std::make_unique<AddressBookView>(*this, services_, sim, labels[0]);
   phone_ = std::make_unique<AddressBookView>(*this, services_, phone, labels[1]);
+  sim_->SetPartner(*phone_);
+  phone_->SetPartner(*sim_);
   books_ = std::make_unique<AddressBooks>(sim_->book(), phone_->book());
   inbox_ = std::make_unique<SmsFolderView>(*this, services_, SmsFolder::kInbox, labels[2]);
   outbox_ = std::make_unique<SmsFolderView>(*this, services_, SmsFolder::kOutbox, labels[3]);
@@ -127,9 +129,13 @@ void MainFrame::RunCommand(int command, LongParameter parameter) {
     default:
       break;
   }
-  Window* view = Application::Get()->current_view();
-  if (view != nullptr && view != this)
+  if (Window* view = CurrentView())
     view->Dispatch(Message::kCommand, static_cast<WordParameter>(command), parameter);
+}
+
+Window* MainFrame::CurrentView() {
+  Window* view = Application::Get()->current_view();
+  return view == this ? nullptr : view;
 }
 
 MessageResult MainFrame::OnNotify(int control_id, const Notification& notification) {
@@ -182,7 +188,7 @@ MessageResult MainFrame::WindowProc(Message message, WordParameter word, LongPar
       OnCommand(command::kHelp, 0);
       return 0;
     case Message::kActivate:
-      if (Window* view = Application::Get()->current_view()) view->Dispatch(message, word, parameter);
+      if (Window* view = CurrentView()) view->Dispatch(message, word, parameter);
       return 0;
     case Message::kShowYourself:
       BringToFront();

@@ -57,6 +57,8 @@ class MainFrame : public FrameWindow, public FrameServices {
   bool MakeFonts();
   void MakeFolders();
   void RunCommand(int command, LongParameter parameter);
+  /// What gets the messages that are not the frame's: the current view, unless that is the frame.
+  Window* CurrentView();
   void Connect();
   void Disconnect();
   void ToggleConnection();

@@ -3,6 +3,8 @@
 namespace celldesk {
 
 class AtEngine;
+class ContactsDatabase;
+class FileSystem;
 class Locale;
 class PhoneLink;
 class PortInspector;
@@ -21,6 +23,8 @@ struct ProgramServices {
   Shell& shell;
   PortList& port_list;
   PortInspector& port_inspector;
+  FileSystem& files;
+  ContactsDatabase& contacts;
 };
 
 }  // namespace celldesk

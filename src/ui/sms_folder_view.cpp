@@ -10,6 +10,7 @@
 #include "ui/questions.h"
 #include "ui/resources/resources.h"
 #include "ui/sms_editor.h"
+#include "ui/sms_exchange.h"
 #include "ui/sms_viewer.h"
 
 namespace celldesk {
@@ -62,6 +63,12 @@ void SmsFolderView::OnCommand(int command, LongParameter /*parameter*/) {
     case command::kDeleteAll:
       DeleteAll();
       break;
+    case command::kImport:
+      ImportMessages(frame().window(), services().files, *this);
+      break;
+    case command::kExport:
+      ExportMessages(frame().window(), services().files, *this);
+      break;
     case command::kLoadData:
       LoadData();
       break;
@@ -94,6 +101,8 @@ bool SmsFolderView::IsCommandDisabled(int command, std::size_t selection_count) 
     case command::kNew:
     case command::kDeleteAll:
     case command::kShowNames:
+    case command::kImport:
+    case command::kExport:
     case command::kLoadData:
     case command::kUpload:
       return false;

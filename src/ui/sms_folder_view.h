@@ -24,6 +24,7 @@ class SmsFolderView : public FolderView, public RowObserver {
   const Locale& locale() const { return services().locale; }
   const AddressBooks& address_books() const { return frame().address_books(); }
   const FontSet& fonts() const { return frame().fonts(); }
+  SmsFolder folder() const { return folder_; }
   /// The message in a row of the list.
   SmsMessage& MessageAt(int row);
   /// Toggles the deletion marks of the selected messages; new ones go at once. False, and nothing changed,

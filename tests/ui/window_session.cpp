@@ -41,10 +41,7 @@ WindowSession::WindowSession(simulator::PhoneMemory memory, simulator::Profile p
   settings.centre = u"+447700900000";
   SettingsStore(registry).Save(settings);
   argument_count = 1;
-  application = std::make_unique<CellDeskApplication>(
-      argument_count, arguments,
-      MachineServices{line, threads, registry, locale, shell, port_list, port_inspector, files, contacts,
-                      &waiter, &instances});
+  application = std::make_unique<CellDeskApplication>(argument_count, arguments, Machine());
   line.DeliverTo([this](std::span<const std::uint8_t> bytes) {
     std::u16string text(bytes.size(), u'\0');
     GsmBytesToWide(text.data(), bytes.data(), bytes.size());
@@ -55,6 +52,11 @@ WindowSession::WindowSession(simulator::PhoneMemory memory, simulator::Profile p
 WindowSession::~WindowSession() {
   Dialog::SetModalHook({});
   application->ExitInstance(0);
+}
+
+MachineServices WindowSession::Machine() {
+  return {line,           threads, registry, locale,  shell,     port_list,
+          port_inspector, files,   contacts, &waiter, &instances};
 }
 
 bool WindowSession::Start() {

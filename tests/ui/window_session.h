@@ -70,6 +70,8 @@ class WindowSession {
 
   /// Starts the program; false when the frame could not be made.
   bool Start();
+  /// What the program runs on here.
+  MachineServices Machine();
   MainFrame& frame() { return *application->frame(); }
   AddressBookView& sim() { return frame().sim_view(); }
   AddressBookView& phone_book() { return frame().phone_view(); }

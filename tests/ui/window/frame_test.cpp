@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "config/settings_key.h"
 #include "ui/framework/application.h"
 #include "ui/framework/qt/native.h"
 #include "ui/window/book_window.h"
@@ -34,6 +35,63 @@ TEST_F(FrameTest, OpensWithTheFirstFolderAndItsMenus) {
   EXPECT_EQ(Application::Get()->current_view(), &session_.sim());
   EXPECT_EQ(Utf8(frame().StatusText()), "Not connected");
   EXPECT_TRUE(frame().IsVisible());
+}
+
+TEST(FrameStart, EndsTheProgramWhenTheWindowClassCannotBeRegistered) {
+  class Unregistered : public CellDeskApplication {
+   public:
+    using CellDeskApplication::CellDeskApplication;
+    bool RegisterWindowClass() override { return false; }
+    int Run(const bool* go_on) override {
+      ADD_FAILURE() << "it must not run";
+      return CellDeskApplication::Run(go_on);
+    }
+  };
+  WindowSession session;
+  session.application.reset();
+  int count = 1;
+  char name[] = "celldesk";
+  char* arguments[] = {name, nullptr};
+  session.application = std::make_unique<Unregistered>(count, arguments, session.Machine());
+  EXPECT_EQ(session.application->Main(u""), 0);
+  EXPECT_EQ(session.application->frame(), nullptr);
+  session.application.reset();
+  session.application = std::make_unique<CellDeskApplication>(count, arguments, session.Machine());
+}
+
+void StoreSystemFont(FakeRegistry& registry, std::u16string_view face, std::uint32_t height) {
+  SettingsKey key(registry);
+  ASSERT_EQ(key.Create(RegistryRoot::kLocalMachine, u"SYSTEM\\GDI\\SYSFNT"), kErrorSuccess);
+  ASSERT_EQ(key.Value(u"Nm").SetString(face), kErrorSuccess);
+  ASSERT_EQ(key.Value(u"Ht").SetNumber(height), kErrorSuccess);
+}
+
+TEST(FrameStart, MakesItsFontsWithTheFaceAndHeightOfTheSystem) {
+  WindowSession session;
+  StoreSystemFont(session.registry, u"Some Face", static_cast<std::uint32_t>(-15));
+  ASSERT_TRUE(session.Start());
+  const QFont bold = FontOf(&session.frame().fonts(), FontRole::kBold, {});
+  EXPECT_EQ(bold.family().toStdString(), "Some Face");
+  EXPECT_EQ(bold.pixelSize(), 15);
+  EXPECT_EQ(FontOf(&session.frame().fonts(), FontRole::kField, {}).pixelSize(), 18);
+}
+
+TEST(FrameStart, OpensWithAnySystemFontThatTheRegistryNames) {
+  for (const std::uint32_t height : {0u, 1u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
+    WindowSession session;
+    StoreSystemFont(session.registry, std::u16string(500, u'x'), height);
+    EXPECT_TRUE(session.Start()) << height;
+  }
+}
+
+TEST_F(FrameTest, HasAnIconOfItsOwn) { EXPECT_FALSE(WidgetOf(&frame())->windowIcon().isNull()); }
+
+TEST_F(FrameTest, PassesNothingOnToItselfAsTheCurrentView) {
+  Application::Get()->set_current_view(&frame());
+  session_.Command(command::kNew);
+  frame().Dispatch(Message::kActivate, 1, 0);
+  EXPECT_THAT(session_.TakeAsked(), IsEmpty());
+  Application::Get()->set_current_view(&session_.sim());
 }
 
 TEST_F(FrameTest, ShowsTheMenusOfTheFolder) {

@@ -28,7 +28,7 @@ class LiveWindow {
     SettingsStore(registry_).Save(settings);
     application_ = std::make_unique<CellDeskApplication>(
         argument_count_, arguments_,
-        MachineServices{opener_, threads_, registry_, locale_, shell, ports_, inspector_});
+        MachineServices{opener_, threads_, registry_, locale_, shell, ports_, inspector_, files_, contacts_});
     EXPECT_TRUE(application_->InitInstance({}, true));
     application_->PumpMessages();
   }
@@ -80,6 +80,8 @@ class LiveWindow {
   PosixThreadStarter threads_;
   FakeRegistry registry_;
   FakeLocale locale_;
+  FakeFileSystem files_;
+  FakeContactsDatabase contacts_;
   std::unique_ptr<CellDeskApplication> application_;
   QObject acting_;
 };
