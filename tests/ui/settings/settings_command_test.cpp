@@ -57,7 +57,9 @@ TEST(SettingsCommand, OkWithoutANewPortKeepsTheConnection) {
 
 TEST(SettingsCommand, HandsTheSmsSettingsOver) {
   SettingsWindow window;
+  EXPECT_FALSE(window.frame().inbox().sms().adapter());
   window.EditAndConfirm([](SettingsDialog& dialog) {
+    ClickSwitch(dialog.general(), GeneralPage::kAdapter);
     TypeCentre(dialog, QStringLiteral("+4915550001"));
     ClickTab(dialog, kSmsTab);
     ClickSwitch(dialog.sms(), SmsPage::kDeliveryReport);
@@ -66,6 +68,7 @@ TEST(SettingsCommand, HandsTheSmsSettingsOver) {
   });
   const SmsService& sms = window.frame().inbox().sms();
   EXPECT_EQ(Utf8(sms.centre()), "4915550001");
+  EXPECT_TRUE(sms.adapter());
   EXPECT_TRUE(sms.delivery_report());
   EXPECT_TRUE(sms.reply_path());
   EXPECT_EQ(sms.validity(), 11);

@@ -1,10 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QCursor>
+#include <QGuiApplication>
+
 #include "config/settings_store.h"
 #include "ui/commands.h"
 #include "ui/framework/menu_state.h"
-#include "ui/window_session.h"
+#include "ui/window/book_window.h"
 
 namespace celldesk {
 namespace {
@@ -37,7 +40,8 @@ TEST(MainFrame, StopsBeforeThePortWhenTheCentreIsMalformed) {
   ASSERT_TRUE(session.Start());
   session.Command(command::kConnect);
   EXPECT_FALSE(session.frame().IsConnected());
-  EXPECT_THAT(session.TakeAsked(), ElementsAre("Bad SMS centre format.\rYou can change it in Settings."));
+  EXPECT_THAT(session.boxes.asked(),
+              ElementsAre(IsErrorBox("Bad SMS centre format.\rYou can change it in Settings.")));
   EXPECT_THAT(session.phone().received_lines(), IsEmpty());
 }
 
@@ -47,6 +51,17 @@ TEST(MainFrame, NamesThePortThatCannotBeOpened) {
   ASSERT_TRUE(session.Start());
   session.Command(command::kConnect);
   EXPECT_FALSE(session.frame().IsConnected());
+  EXPECT_THAT(session.boxes.asked(), ElementsAre(IsErrorBox("Cannot open communication port 'COM1:'")));
+}
+
+// The link keeps a port that has no reader; the failed connection closes it.
+TEST(MainFrame, ClosesAPortThatGotNoReader) {
+  WindowSession session;
+  session.threads.refuse = true;
+  ASSERT_TRUE(session.Start());
+  session.Command(command::kConnect);
+  EXPECT_FALSE(session.frame().IsConnected());
+  EXPECT_EQ(session.line.open_ports(), 0);
   EXPECT_THAT(session.TakeAsked(), ElementsAre("Cannot open communication port 'COM1:'"));
 }
 
@@ -57,7 +72,36 @@ TEST(MainFrame, ClosesThePortWhenNoPhoneAnswers) {
   session.Command(command::kConnect);
   EXPECT_FALSE(session.frame().IsConnected());
   EXPECT_EQ(session.line.open_ports(), 0);
+  EXPECT_THAT(session.boxes.asked(), ElementsAre(IsErrorBox("No mobile phone detected.")));
+}
+
+// Only the phone's own memory may be one that it does not have.
+TEST(MainFrame, DetectsNoPhoneWithoutTheSimBook) {
+  simulator::Profile profile;
+  profile.hidden_memories = {"SM"};
+  WindowSession session({}, profile);
+  ASSERT_TRUE(session.Start());
+  session.Command(command::kConnect);
+  EXPECT_FALSE(session.frame().IsConnected());
+  EXPECT_EQ(session.line.open_ports(), 0);
   EXPECT_THAT(session.TakeAsked(), ElementsAre("No mobile phone detected."));
+}
+
+TEST(MainFrame, ShowsTheWaitCursorWhileItConnectsHoweverThatEnds) {
+  for (const bool answers : {true, false}) {
+    WindowSession session;
+    ASSERT_TRUE(answers || session.phone().AddFault("*:silence"));
+    ASSERT_TRUE(session.Start());
+    bool shown = false;
+    session.waiter.Post(session.waiter.now(), [&] {
+      const QCursor* cursor = QGuiApplication::overrideCursor();
+      shown = cursor != nullptr && cursor->shape() == Qt::WaitCursor;
+    });
+    session.Command(command::kConnect);
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << answers;
+    EXPECT_EQ(session.frame().IsConnected(), answers);
+  }
 }
 
 TEST(MainFrame, AcceptsAPhoneWithoutAMemoryOfItsOwn) {
