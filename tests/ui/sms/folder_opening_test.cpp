@@ -49,6 +49,39 @@ TEST(SmsFolderView, NewTakesNothingFromTheSelection) {
   EXPECT_THAT(window.TakeAsked(), IsEmpty());
 }
 
+TEST(SmsFolderView, TheKeyForNewWorksInBothFolders) {
+  SmsWindow window;
+  window.Load();
+  for (const int tab : {kInboxTab, kOutboxTab}) {
+    window.ShowFolder(tab);
+    window.InDialog([&] { PressKey(window.frame(), Qt::Key_N, Qt::ControlModifier); },
+                    [](Dialog& dialog) { EXPECT_EQ(TextOf(dialog, editor::kBody), ""); });
+  }
+}
+
+TEST(SmsFolderView, TheKeysFollowTheMenu) {
+  SmsWindow window;
+  window.Load();
+  const auto nothing_opens = [&](Qt::Key key) {
+    window.InNextDialog([](Dialog& dialog) {
+      ADD_FAILURE() << "opened";
+      dialog.EndDialog(kIdCancel);
+    });
+    PressKey(window.frame(), key, Qt::ControlModifier);
+    Dialog::SetModalHook({});
+  };
+  window.Select(window.inbox(), {0, 1});
+  nothing_opens(Qt::Key_R);
+  window.Select(window.inbox(), {0});
+  window.InDialog([&] { PressKey(window.frame(), Qt::Key_R, Qt::ControlModifier); },
+                  [](Dialog& dialog) { EXPECT_EQ(TextOf(dialog, editor::kBody), "Coffee at ten?"); });
+  window.ShowFolder(kOutboxTab);
+  window.Select(window.outbox(), {0});
+  nothing_opens(Qt::Key_R);
+  window.InDialog([&] { PressKey(window.frame(), Qt::Key_F, Qt::ControlModifier); },
+                  [](Dialog& dialog) { EXPECT_EQ(TextOf(dialog, editor::kBody), "Train is late"); });
+}
+
 TEST(SmsFolderView, ReplyGoesToTheSenderWithTheText) {
   SmsWindow window;
   window.LoadNames();

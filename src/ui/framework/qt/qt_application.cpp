@@ -58,7 +58,7 @@ struct NativeApplication : public QObject {
     const int command = AcceleratorCommand(*key);
     if (command == 0 || !FrameTakesKeys()) return false;
     CommandSurface* surface = ActiveSurface();
-    if (command != kHelpKey && (surface == nullptr || !surface->Offers(command))) return false;
+    if (command != kHelpKey && !Takes(surface, command)) return false;
     event->accept();
     if (event->type() == QEvent::KeyPress) Accelerate(command, surface);
     return event->type() == QEvent::KeyPress;
@@ -87,6 +87,13 @@ struct NativeApplication : public QObject {
     if (modal == nullptr) return &the_application->main_frame()->Surface();
     auto* dialog = dynamic_cast<Dialog*>(WindowOf(modal));
     return dialog->HasSurface() ? &dialog->Surface() : nullptr;
+  }
+
+  // The frame takes every key of its table, also those of commands that the folder's menu does not show; a
+  // dialog takes the keys of what it shows.
+  static bool Takes(const CommandSurface* surface, int command) {
+    if (surface == nullptr) return false;
+    return QApplication::activeModalWidget() == nullptr || surface->Offers(command);
   }
 
   // A command that the menu of the active window shows disabled is not given.
