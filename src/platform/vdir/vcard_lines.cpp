@@ -77,11 +77,12 @@ void VcardLines::FindColon() {
 
 bool VcardLines::NextIsFolded() const { return IsBlank(bytes_[position_]); }
 
-// Blanks after the "=" were added on the way. Only the last physical line is looked at, so that each byte is
-// looked at once.
+// Blanks after the "=" were added on the way. Only the last physical line is looked at, so that no byte is
+// looked at twice.
 bool VcardLines::EndsInSoftBreak() {
-  const std::size_t last = line_.find_last_not_of(" \t");
-  return last != std::string::npos && last >= last_start_ && line_[last] == '=' && IsQuotedPrintable();
+  const std::string_view last = std::string_view(line_).substr(last_start_);
+  const std::size_t end = last.find_last_not_of(" \t");
+  return end != std::string_view::npos && last[end] == '=' && IsQuotedPrintable();
 }
 
 bool VcardLines::IsQuotedPrintable() {

@@ -48,9 +48,9 @@ std::u16string DecodeCharset(std::string_view bytes, std::string_view charset) {
   if (EqualAscii(charset, "windows-1250") || EqualAscii(charset, "cp1250"))
     return Widen(bytes, FromWindows1250);
   if (EqualAscii(charset, "ISO-8859-1") || EqualAscii(charset, "latin1")) return Widen(bytes, FromLatin1);
-  std::u16string text = FromUtf8(bytes);
   // Only well-formed UTF-8 comes back as it was.
-  return ToUtf8(text) == bytes ? text : Widen(bytes, FromLatin1);
+  if (std::u16string text = FromUtf8(bytes); ToUtf8(text) == bytes) return text;
+  return Widen(bytes, FromLatin1);
 }
 
 bool IsControl(char16_t character) { return character < u' ' || character == 0x7F; }
