@@ -1,7 +1,7 @@
 // Input: the bytes of the directory, as far as 600 of them. Property: sections are found wherever a line
-// begins with "@" and nowhere else; sections, lines and fields follow each other without end or gap
-// backwards; the lists are what a walk over the fields finds; and the directory that is written anew from its
-// lists, in regular lines, has the same lists.
+// begins with "@" and nowhere else; sections, lines and fields only ever follow each other, with nothing but
+// blank lines and comments between the lines; the lists are what a walk over the fields finds; and the
+// directory that is written anew from its lists, in regular lines, has the same lists.
 
 #include <algorithm>
 #include <cstdint>
@@ -43,14 +43,31 @@ void CheckSections(const OperatorDirectory& directory, std::string_view text) {
   HOLDS(SectionsOf(directory) == expected);
 }
 
+// Nothing but blank lines and comments stands from `from` up to `line`; without a line, up to the next
+// section or the end.
+void CheckGap(std::string_view text, Position from, std::optional<Position> line) {
+  while (from < line.value_or(text.size())) {
+    const std::string_view rest = text.substr(from);
+    if (!line && rest.starts_with("@")) return;
+    HOLDS(rest.starts_with("\r\n") || rest.starts_with("//"));
+    const std::size_t end = text.find("\r\n", from);
+    from = end == text.npos ? text.size() : end + 2;
+  }
+  HOLDS(!line || from == *line);
+}
+
 std::vector<Position> LinesOf(const OperatorDirectory& directory, std::string_view text, Position section) {
   std::vector<Position> lines;
-  for (auto line = directory.FirstLine(section); line; line = directory.NextLine(*line)) {
+  auto line = directory.FirstLine(section);
+  CheckGap(text, std::min(text.find('\n', section), text.size() - 1) + 1, line);
+  while (line) {
     HOLDS(*line > section && *line < text.size());
     HOLDS(lines.empty() || *line > lines.back());
     const std::string_view rest = text.substr(*line);
     HOLDS(!rest.starts_with("@") && !rest.starts_with("//") && !rest.starts_with("\r\n"));
     lines.push_back(*line);
+    line = directory.NextLine(*line);
+    CheckGap(text, AfterLine(Bytes(text), lines.back()), line);
   }
   return lines;
 }
