@@ -14,6 +14,8 @@ class Shell {
   virtual bool OpenHelp(std::u16string_view topic) = 0;
   /// Full path of the running program; empty when it cannot be found.
   virtual std::u16string ProgramPath() const = 0;
+  /// Where the program keeps the user's own files; not made yet at first.
+  virtual std::u16string DataFolder() const = 0;
   /// True where file types are registered by the program at each start rather than by its package.
   virtual bool RegistersFileTypes() const = 0;
 };

@@ -162,6 +162,7 @@ std::vector<int> AddressBookView::SelectedPositions() {
 }
 
 void AddressBookView::EmptyBook() {
+  frame().SaveCopies();
   book_.ClearAll();
   list().Clear();
 }
@@ -174,6 +175,7 @@ void AddressBookView::Edit() {
 }
 
 void AddressBookView::New() {
+  if (book_.count() > book_.memory().Capacity()) frame().SaveCopies();  // what is beyond it is lost
   std::optional<int> position;
   const Status status = PrepareNew(book_, position);
   DropRowsWithoutEntry();
@@ -188,6 +190,7 @@ void AddressBookView::EditAt(int position, const AddressEntry& start, int title)
                       : -1;
   AddressEditDialog dialog(book_, start, title);
   if (dialog.RunModal(&frame().window()) != kIdOk) return;
+  if (ReplacesAnother(book_, position, dialog.entry())) frame().SaveCopies();
   if (const std::optional<int> placed = Place(book_, position, dialog.entry())) ShowAt(row, *placed);
 }
 
@@ -229,12 +232,14 @@ void AddressBookView::Delete() {
       rows.size() == 1 ? Format(LoadString(text::kDeleteAddress), {book_.At(Positions(rows).front()).name})
                        : Format(LoadString(text::kDeleteItems), {static_cast<int>(rows.size())});
   if (!Ask(frame().window(), question, BoxIcon::kQuestion)) return;
+  frame().SaveCopies();
   for (const int position : Positions(rows)) book_.Erase(position);
   for (auto row = rows.rbegin(); row != rows.rend(); ++row) list().RemoveRow(*row);
 }
 
 // No keeps the rows on screen, and the entries are emptied all the same.
 void AddressBookView::DeleteAll() {
+  frame().SaveCopies();
   if (Ask(frame().window(), LoadString(text::kDeleteAllItems), BoxIcon::kQuestion)) list().Clear();
   book_.ClearAll();
   book_.MarkAll(AddressEntry::kModified);
@@ -261,6 +266,7 @@ void AddressBookView::LoadData() {
   if (!frame().IsConnected()) return;
   if (book_.IsModified() && !Ask(frame().window(), LoadString(text::kBookChanged), BoxIcon::kInformation))
     return;
+  frame().SaveCopies();
   frame().window().UpdateNow();
   Status status = S_OK;
   {
@@ -289,6 +295,7 @@ void AddressBookView::Upload(bool selected_only) {
   frame().window().UpdateNow();
   if (list().RowCount() == 0 && !Ask(frame().window(), LoadString(text::kEmptyBook), BoxIcon::kStop, true))
     return;
+  frame().SaveCopies();
   const std::vector<int> selection = Positions(list().SelectedRows());
   Status status = S_OK;
   {

@@ -97,6 +97,7 @@ inline constexpr int kAssignmentHint = 310;
 inline constexpr int kNoAnswer = 311;
 inline constexpr int kNoMemory = 312;
 inline constexpr int kHelpMissing = 313;
+inline constexpr int kNoCopy = 314;
 inline constexpr int kEmptyConnect = 320;
 inline constexpr int kEmptyLoad = 321;
 inline constexpr int kEmptyLoaded = 322;

@@ -21,6 +21,8 @@ class FrameServices {
   /// Runs the message editor on a new message to this number; the name may be empty.
   virtual void ComposeMessage(std::u16string_view number, std::u16string_view name) = 0;
   virtual bool IsConnected() const = 0;
+  /// Keeps copies of what the folders hold. Before a command replaces or empties that, or changes the phone.
+  virtual void SaveCopies() = 0;
   /// A phone procedure begins or ends; see PhoneProcedure.
   virtual void BeginProcedure(std::u16string_view status) = 0;
   virtual void EndProcedure() = 0;

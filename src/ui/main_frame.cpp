@@ -35,7 +35,7 @@ bool Contains(const Commands& commands, int command) {
 
 }  // namespace
 
-MainFrame::MainFrame(const ProgramServices& services) : services_(services) {}
+MainFrame::MainFrame(const ProgramServices& services) : services_(services), copies_(services) {}
 
 MainFrame::~MainFrame() {
   Application* application = Application::Get();
@@ -75,6 +75,8 @@ void MainFrame::MakeFolders() {
   outbox_ = std::make_unique<SmsFolderView>(*this, services_, SmsFolder::kOutbox, labels[3]);
   inbox_->SetSibling(*outbox_);
   outbox_->SetSibling(*inbox_);
+  for (const AddressBookView* view : {sim_.get(), phone_.get()}) copies_.AddBook(*view);
+  for (const SmsFolderView* view : {inbox_.get(), outbox_.get()}) copies_.AddMessages(*view);
   pages_ =
       std::make_unique<PageHost>(*this, kTabs, PageHostStyle{.icon_list = false, .select_first_page = true});
   pages_->AddPage(labels[0], "address_sim", *sim_);
@@ -94,6 +96,7 @@ void MainFrame::OnCommand(int command, LongParameter parameter) {
     }
     return;
   }
+  notice_.clear();
   RunCommand(command, parameter);
   RefreshLater();
   // A close request that came meanwhile waits for the whole command, its boxes included.
@@ -222,6 +225,7 @@ void MainFrame::ShowCounts() {
 }
 
 std::u16string MainFrame::IdleStatus() {
+  if (!notice_.empty()) return notice_;
   std::u16string hint = current_folder().Hint();
   if (!hint.empty()) return hint;
   return IsConnected() ? Format(LoadString(text::kConnectedTo), {services_.link.port_name()})
@@ -247,6 +251,11 @@ void MainFrame::EndProcedure() {
   --busy_;
   Application::Get()->ShowWaitCursor(false);
   Refresh();
+}
+
+void MainFrame::SaveCopies() {
+  copies_.Save();
+  if (std::u16string notice = copies_.TakeNotice(); !notice.empty()) notice_ = std::move(notice);
 }
 
 bool MainFrame::IsConnected() const { return services_.link.IsOpen(); }
@@ -338,6 +347,11 @@ bool MainFrame::MayLeaveBook(const AddressBookView& view) {
          Ask(*this, Format(LoadString(text::kUnsavedBook), {view.DisplayName()}), BoxIcon::kQuestion);
 }
 
+bool MainFrame::HasUnsavedChanges() const {
+  return sim_->HasUnsavedChanges() || phone_->HasUnsavedChanges() || inbox_->HasUnsavedChanges() ||
+         outbox_->HasUnsavedChanges();
+}
+
 // Disconnect asks about unsaved changes too, in words that speak of exiting.
 bool MainFrame::MayLeave(bool exit) {
   if (!MayLeaveBook(*sim_) || !MayLeaveBook(*phone_)) return false;
@@ -349,6 +363,7 @@ bool MainFrame::MayLeave(bool exit) {
 
 void MainFrame::Exit() {
   if (!MayLeave(true)) return;
+  if (HasUnsavedChanges()) SaveCopies();
   current_folder().OnLeavePage();
   if (IsConnected()) ClosePort();
   Destroy();

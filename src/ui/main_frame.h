@@ -7,6 +7,7 @@
 #include "config/settings_store.h"
 #include "ui/address_book_view.h"
 #include "ui/address_books.h"
+#include "ui/folder_copies.h"
 #include "ui/frame_services.h"
 #include "ui/framework/frame_window.h"
 #include "ui/framework/page_host.h"
@@ -44,6 +45,7 @@ class MainFrame : public FrameWindow, public FrameServices {
   Window& window() override { return *this; }
   const FontSet& fonts() const override { return fonts_; }
   bool IsConnected() const override;
+  void SaveCopies() override;
   void BeginProcedure(std::u16string_view status) override;
   void EndProcedure() override;
   bool IsBusy() const override { return busy_ > 0; }
@@ -70,6 +72,7 @@ class MainFrame : public FrameWindow, public FrameServices {
   void HandOverSettings();
   bool OpenPort();
   Status Detect();
+  bool HasUnsavedChanges() const;
   bool MayLeave(bool exit);
   bool MayLeaveBook(const AddressBookView& view);
   bool IsCommandEnabled(int command);
@@ -86,6 +89,8 @@ class MainFrame : public FrameWindow, public FrameServices {
   std::unique_ptr<SmsFolderView> inbox_;
   std::unique_ptr<SmsFolderView> outbox_;
   std::unique_ptr<PageHost> pages_;
+  FolderCopies copies_;
+  std::u16string notice_;  // stands in the status line until the next command
   int busy_ = 0;
   bool exit_pending_ = false;
   bool refresh_due_ = true;

@@ -18,15 +18,6 @@ FileQuestion QuestionFor(FileDialogKind kind) {
   return {kind, LoadString(text::kMessageFilter), std::u16string(kExtension)};
 }
 
-std::vector<const SmsMessage*> MessagesOf(SmsFolderView& view) {
-  const SmsStore& store = view.sms().messages();
-  std::vector<const SmsMessage*> messages;
-  for (int position = 0; position < store.count(); ++position) {
-    if (BelongsTo(view.folder(), store.At(position))) messages.push_back(&store.At(position));
-  }
-  return messages;
-}
-
 }  // namespace
 
 void ImportMessages(Window& owner, FileSystem& files, SmsFolderView& view) {
@@ -43,6 +34,15 @@ void ExportMessages(Window& owner, FileSystem& files, SmsFolderView& view) {
   const auto path = ChooseFile(&owner, QuestionFor(FileDialogKind::kSave));
   if (!path) return;
   TellFileError(owner, WriteSmsFile(files, *path, view.title(), MessagesOf(view), LoadString), *path);
+}
+
+std::vector<const SmsMessage*> MessagesOf(const SmsFolderView& view) {
+  const SmsStore& store = view.sms().messages();
+  std::vector<const SmsMessage*> messages;
+  for (int position = 0; position < store.count(); ++position) {
+    if (BelongsTo(view.folder(), store.At(position))) messages.push_back(&store.At(position));
+  }
+  return messages;
 }
 
 SmsFileSettings SendingSettings(const SmsService& sms) {

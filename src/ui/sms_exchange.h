@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "data/sms_file.h"
 
 namespace celldesk {
@@ -15,6 +17,9 @@ class Window;
 void ImportMessages(Window& owner, FileSystem& files, SmsFolderView& view);
 /// Asks for a file and writes the folder's messages to it.
 void ExportMessages(Window& owner, FileSystem& files, SmsFolderView& view);
+
+/// The messages that the folder shows, in their order; borrowed from the model.
+std::vector<const SmsMessage*> MessagesOf(const SmsFolderView& view);
 
 /// What a new message of a file takes from the present settings.
 SmsFileSettings SendingSettings(const SmsService& sms);

@@ -234,6 +234,7 @@ bool SmsFolderView::MayRemoveNew(const std::vector<int>& rows, Window& owner) {
 bool SmsFolderView::DeleteSelected(Window& owner) {
   const std::vector<int> rows = list().SelectedRows();
   if (!MayRemoveNew(rows, owner)) return false;
+  frame().SaveCopies();
   int removed = 0;
   for (const int row : rows) removed += Mark(row - removed, true);
   list().Redraw(-1);
@@ -242,6 +243,7 @@ bool SmsFolderView::DeleteSelected(Window& owner) {
 
 void SmsFolderView::DeleteAll() {
   if (Ask(frame().window(), LoadString(text::kDeleteAllItems), BoxIcon::kQuestion)) {
+    frame().SaveCopies();
     for (int row = 0; row < list().RowCount();) row += 1 - Mark(row, false);
   }
   list().Redraw(-1);
@@ -264,6 +266,7 @@ void SmsFolderView::LoadData() {
   if (messages().IsChanged() && !Ask(frame().window(), LoadString(text::kLoadMessages), BoxIcon::kQuestion)) {
     return;
   }
+  frame().SaveCopies();
   Status status = S_OK;
   {
     progress_text_ = text::kReading;
@@ -282,6 +285,7 @@ void SmsFolderView::LoadData() {
 
 void SmsFolderView::Upload() {
   if (!frame().IsConnected()) return;
+  frame().SaveCopies();
   frame().window().UpdateNow();
   Status status = S_OK;
   {

@@ -20,7 +20,7 @@ class SmsFolderView : public FolderView, public RowObserver {
   bool HasUnsavedChanges() const override { return services().sms.messages().IsChanged(); }
 
   // For the dialogs that show the folder's messages.
-  SmsService& sms() { return services().sms; }
+  SmsService& sms() const { return services().sms; }
   const Locale& locale() const { return services().locale; }
   const AddressBooks& address_books() const { return frame().address_books(); }
   const FontSet& fonts() const { return frame().fonts(); }

@@ -29,6 +29,7 @@ class FakeShell : public Shell {
     return works;
   }
   std::u16string ProgramPath() const override { return program_path; }
+  std::u16string DataFolder() const override { return u"/home/user/.local/share/celldesk"; }
   bool RegistersFileTypes() const override { return registers_file_types; }
 
   std::vector<std::u16string> opened;

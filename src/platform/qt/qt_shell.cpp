@@ -3,6 +3,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QUrl>
 #include <filesystem>
 #include <system_error>
@@ -62,6 +63,11 @@ std::u16string QtShell::ProgramPath() const {
   // Known before the toolkit is started, too, unlike its own path of the application.
   std::error_code error;
   return std::filesystem::read_symlink("/proc/self/exe", error).u16string();
+}
+
+std::u16string QtShell::DataFolder() const {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdU16String() +
+         u"/celldesk";
 }
 
 }  // namespace celldesk

@@ -23,6 +23,8 @@ class QtShell : public Shell {
 
   bool OpenHelp(std::u16string_view topic) override;
   std::u16string ProgramPath() const override;
+  /// "celldesk" in $XDG_DATA_HOME or what stands for it.
+  std::u16string DataFolder() const override;
   bool RegistersFileTypes() const override { return false; }
 
  private:

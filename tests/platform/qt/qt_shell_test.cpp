@@ -90,5 +90,13 @@ TEST_F(QtShellTest, TheProgramKnowsItsOwnPath) {
 
 TEST_F(QtShellTest, FileTypesComeWithThePackage) { EXPECT_FALSE(shell_.RegistersFileTypes()); }
 
+TEST_F(QtShellTest, TheUsersFilesAreInTheDataFolder) {
+  const char* found = ::getenv("XDG_DATA_HOME");
+  const std::string before = found ? found : "";
+  ::setenv("XDG_DATA_HOME", folder_.path().c_str(), 1);
+  EXPECT_EQ(shell_.DataFolder(), FromUtf8((folder_.path() / "celldesk").string()));
+  found ? ::setenv("XDG_DATA_HOME", before.c_str(), 1) : ::unsetenv("XDG_DATA_HOME");
+}
+
 }  // namespace
 }  // namespace celldesk
