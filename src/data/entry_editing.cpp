@@ -72,6 +72,12 @@ bool TakeFields(AddressEntry& entry, std::u16string_view id, std::u16string_view
   return true;
 }
 
+bool ReplacesAnother(const AddressBook& book, int position, const AddressEntry& edited) {
+  const int target = book.memory().PositionOf(ParseDecimal(edited.id));
+  if (edited.id.empty() || target == position || target < 0 || target >= book.count()) return false;
+  return book.entries()[static_cast<std::size_t>(target)].is_occupied();
+}
+
 std::optional<int> Place(AddressBook& book, int position, const AddressEntry& edited) {
   if (edited.id.empty()) return std::nullopt;
   const AddressEntry entry = edited;  // `edited` may stand in the book, which grows and is erased below

@@ -33,6 +33,9 @@ AddressEntry NewEntryAt(const AddressBook& book, int position);
 bool TakeFields(AddressEntry& entry, std::u16string_view id, std::u16string_view name,
                 std::u16string_view number);
 
+/// True when Place would overwrite another entry than the one at `position`.
+bool ReplacesAnother(const AddressBook& book, int position, const AddressEntry& edited);
+
 /// Puts `edited`, which came from `position`, to the slot that its id names, replacing what stands there; a
 /// position left behind is erased. The new position; none, and nothing changed, when the id is empty or names
 /// no slot that a book can have.

@@ -128,6 +128,12 @@ TEST_F(AddressBookFile, FillsFreeSlotsWhereIdsCollideOrAreTooLow) {
   EXPECT_EQ(Ids(book_), (Texts{u"1", u"2", u"3", u"4", u"5"}));
 }
 
+TEST_F(AddressBookFile, MarksWhatItPutsIntoFreeSlotsForTheNextUpload) {
+  book_ = LoadedBook(3);
+  EXPECT_EQ(Read("AddrArchive10;SM;1;3;\r\n2;A;1;\r\n"), S_OK);
+  EXPECT_EQ(Flags(book_), (std::vector<std::uint32_t>{0, 3, 0}));
+}
+
 TEST_F(AddressBookFile, FillsFreeSlotsForIdsThatNoBookCanHave) {
   EXPECT_EQ(Read("AddrArchive10;SM;1;4;\r\n99999999;A;1;\r\n99999999999999;B;2;\r\n"), S_OK);
   EXPECT_EQ(Ids(book_), (Texts{u"1", u"2"}));

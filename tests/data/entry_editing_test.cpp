@@ -143,6 +143,15 @@ TEST(TakeFields, OccupiesANewEntry) {
   EXPECT_TRUE(entry.is_modified());
 }
 
+TEST(ReplacesAnother, IsTrueOnlyForAnotherEntrysSlot) {
+  AddressBook book = LoadedBook(3);
+  Fill(book, 0, u"A", u"1");
+  Fill(book, 2, u"C", u"3");
+  EXPECT_TRUE(ReplacesAnother(book, 0, Edited(u"3", u"A")));
+  for (const char16_t* id : {u"1", u"2", u"4", u"0", u"", u"99999999999"})
+    EXPECT_FALSE(ReplacesAnother(book, 0, Edited(id, u"A"))) << ParseDecimal(id);
+}
+
 TEST(Place, KeepsAnEntryAtItsPosition) {
   AddressBook book = LoadedBook(2);
   Fill(book, 1, u"old", u"1");

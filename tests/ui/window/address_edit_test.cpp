@@ -157,6 +157,22 @@ TEST(AddressEdit, ReplacesTheEntryThatStandsAtTheChosenSlot) {
   EXPECT_THAT(window.TakeAsked(), IsEmpty());
 }
 
+TEST(AddressEdit, SavesACopyBeforeItReplacesAnotherEntryAndOnlyThen) {
+  for (const char16_t* target : {u"5", u"4"}) {
+    BookWindow window(ThreeEntries());
+    window.Load();
+    window.SimEntry(3).id = u"2";
+    ClickRow(window.sim().list(), 1);
+    window.InNextDialog([&](Dialog& dialog) {
+      Choose(dialog, target);
+      ClickDialogButton(dialog, kIdOk);
+    });
+    const std::size_t files = window.files.files.size();
+    window.Command(command::kOpen);
+    EXPECT_EQ(window.files.files.size(), files + (target == std::u16string_view(u"4") ? 1 : 0));
+  }
+}
+
 TEST(AddressEdit, KeepsOneRowPerEntryAfterAReplacement) {
   for (const int edited_row : {1, 2}) {
     BookWindow window(ThreeEntries());
@@ -290,7 +306,9 @@ TEST(AddressNew, BeginsTheBookOfAPhoneThatWasNeverAskedAnew) {
     TypeInto(dialog, kNumber, QString(60, u'1'));
     ClickDialogButton(dialog, kIdOk);
   });
+  const std::size_t files = session.files.files.size();
   session.Command(command::kNew);
+  EXPECT_EQ(session.files.files.size(), files + 1) << "a copy of what is lost";
   EXPECT_TRUE(shown);
   EXPECT_EQ(book.count(), 1) << "the entry from before is gone";
   EXPECT_THAT(WindowSession::Rows(session.sim()),
