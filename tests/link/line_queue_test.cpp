@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "support/memory/allocation_gate.h"
 #include "link/line_rule.h"
+#include "support/memory/allocation_gate.h"
 
 namespace celldesk {
 namespace {
