@@ -46,17 +46,22 @@ Status WriteMessage(RecordWriter& writer, const SmsMessage& message, TextSource 
       .EndRecord();
 }
 
-void MakeOutgoing(SmsMessage& message, const SmsFileSettings& settings) {
-  message.flags = kMessageInUse | kMessageChanged | kMessageToSend | kMessageNew;
-  message.storage_status = kStoredUnsent;
+void MakeSubmit(SmsMessage& message, const SmsFileSettings& settings) {
   message.first_octet = kSubmitWithRelativeValidity;
   if (settings.delivery_report) message.first_octet |= kStatusReportRequest;
   if (settings.reply_path) message.first_octet |= kReplyPath;
   message.submit.relative_validity = settings.validity;
 }
 
+void MakeOutgoing(SmsMessage& message, const SmsFileSettings& settings) {
+  message.flags = kMessageInUse | kMessageChanged | kMessageToSend | kMessageNew;
+  message.storage_status = kStoredUnsent;
+  MakeSubmit(message, settings);
+}
+
 /// Fills `message` from the rest of a line, after its length; false when fields are missing.
-bool TakePdu(SmsMessage& message, std::u16string_view length, FieldReader& fields) {
+bool TakePdu(SmsMessage& message, std::u16string_view length, FieldReader& fields,
+             const SmsFileSettings& settings) {
   const auto status = fields.Next();
   auto pdu = status ? fields.Next() : std::nullopt;
   if (!pdu) return false;
@@ -64,25 +69,47 @@ bool TakePdu(SmsMessage& message, std::u16string_view length, FieldReader& field
   message.storage_status = static_cast<std::int16_t>(ParseDecimal(*status));
   message.pdu_text = std::move(*pdu);
   message.flags = kMessageInUse | kMessageNew;
-  // A message that does not decode stays, with the text of its line.
-  static_cast<void>(message.Decode());
+  // A message that does not decode stays, with the text of its line. One that was not encoded yet when it was
+  // written is an outgoing message all the same.
+  const bool decoded = !Failed(message.Decode());
+  if (!decoded && message.pdu_text.empty() && !message.is_received()) MakeSubmit(message, settings);
   return true;
 }
 
-/// False when the line breaks off, which ends the import. A line without a text is passed over.
-bool ReadMessage(FieldReader& fields, const SmsFileSettings& settings, const SmsTarget& target) {
+/// Reads messages line by line.
+class MessageReader {
+ public:
+  MessageReader(const SmsTarget& target, const SmsFileSettings& settings)
+      : target_(target), settings_(settings) {}
+
+  /// False when the reading ends with this line.
+  bool Read(FieldReader& fields);
+  Status status() const { return status_; }
+
+ private:
+  const SmsTarget& target_;
+  const SmsFileSettings& settings_;
+  Status status_ = S_OK;
+};
+
+// A line that breaks off ends the import. A line without a text is passed over.
+bool MessageReader::Read(FieldReader& fields) {
   const auto address = fields.Next();
   auto text = address ? fields.Next() : std::nullopt;
   if (!text) return true;
+  if (target_.messages->count() >= SmsStore::kLimit) {
+    status_ = E_OUTOFMEMORY;
+    return false;
+  }
   auto message = std::make_unique<SmsMessage>();
   // A number that no phone could dial leaves the message without one.
   static_cast<void>(MakeAddress(message->submit.number, message->submit.toa, *address));
   message->text = std::move(*text);
   const auto length = fields.Next();
-  if (length && !TakePdu(*message, *length, fields)) return false;
-  if (!length) MakeOutgoing(*message, settings);
-  const int position = target.messages->Append(std::move(message));
-  if (target.observer != nullptr) target.observer->RowRead(position);
+  if (length && !TakePdu(*message, *length, fields, settings_)) return false;
+  if (!length) MakeOutgoing(*message, settings_);
+  const int position = target_.messages->Append(std::move(message));
+  if (target_.observer != nullptr) target_.observer->RowRead(position);
   return true;
 }
 
@@ -113,9 +140,10 @@ Status ReadMessages(FieldBytes bytes, const SmsFileSettings& settings, const Cho
   if (fields.Next() != kMagic) return E_INVALIDARG;
   const SmsTarget target = choose(fields.Next().value_or(u""));
   if (target.messages == nullptr) return S_OK;
-  while (fields.NextLine() && ReadMessage(fields, settings, target)) {
+  MessageReader reader(target, settings);
+  while (fields.NextLine() && reader.Read(fields)) {
   }
-  return S_OK;
+  return reader.status();
 } catch (const std::bad_alloc&) {
   return E_OUTOFMEMORY;
 }

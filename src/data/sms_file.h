@@ -39,8 +39,8 @@ Status WriteSmsFile(FileSystem& files, std::u16string_view path, std::u16string_
                     std::span<const SmsMessage* const> messages, TextSource texts);
 
 /// Appends the messages of a ".sms" file to the target. A line of address and text alone becomes a new
-/// message to be sent. E_INVALIDARG for a file of another kind, E_OUTOFMEMORY when memory is short, otherwise
-/// the system's error code as a status.
+/// message to be sent. E_INVALIDARG for a file of another kind, E_OUTOFMEMORY when the store is full or
+/// memory is short, otherwise the system's error code as a status.
 Status ReadSmsFile(FileSystem& files, std::u16string_view path, const SmsFileSettings& settings,
                    const ChooseSmsFolder& choose);
 

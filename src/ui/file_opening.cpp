@@ -47,14 +47,14 @@ SmsTarget FolderNamed(MainFrame& frame, std::u16string_view name) {
 
 }  // namespace
 
-void OpenFile(MainFrame& frame, const ProgramServices& services, std::u16string_view command_line) {
+void OpenFile(MainFrame& frame, FileSystem& files, std::u16string_view command_line) {
   const std::u16string extension = ExtensionOf(command_line);
   Status status = S_OK;
   if (extension == u"adr") {
-    status = ReadAddressBookFile(services.files, command_line,
+    status = ReadAddressBookFile(files, command_line,
                                  [&frame](std::u16string_view memory) { return BookNamed(frame, memory); });
   } else if (extension == u"sms") {
-    status = ReadSmsFile(services.files, command_line, SendingSettings(services.sms),
+    status = ReadSmsFile(files, command_line, SendingSettings(frame.inbox().sms()),
                          [&frame](std::u16string_view folder) { return FolderNamed(frame, folder); });
   }
   TellFileError(frame, status, command_line);

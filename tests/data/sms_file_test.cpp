@@ -202,6 +202,34 @@ TEST_F(SmsFile, KeepsAMessageThatDoesNotDecode) {
   EXPECT_EQ(store_.At(0).text, u"the text");
 }
 
+TEST_F(SmsFile, KeepsRecipientAndTextOfAMessageThatWasNotEncodedYet) {
+  settings_ = {true, false, 173};
+  for (const char* status : {"2", "3"}) {
+    store_.Clear();
+    EXPECT_EQ(ReadLines(std::string("+420601123456;Hi;0;") + status + ";;\r\n"), S_OK);
+    ASSERT_EQ(store_.count(), 1);
+    EXPECT_EQ(store_.At(0).flags, 0x11U);
+    EXPECT_EQ(store_.At(0).first_octet, 0x31U);
+    EXPECT_EQ(store_.At(0).submit.relative_validity, 173);
+    EXPECT_EQ(Written(), std::string("SMSArchive11;Outbox;\r\n+420601123456;Hi;0;") + status + ";;\r\n");
+  }
+}
+
+TEST_F(SmsFile, LeavesAReceivedMessageWithoutAPduAsItIs) {
+  EXPECT_EQ(ReadLines("+420601123456;Hi;0;1;;\r\n"), S_OK);
+  ASSERT_EQ(store_.count(), 1);
+  EXPECT_EQ(store_.At(0).first_octet, 0U);
+  EXPECT_EQ(store_.At(0).text, u"Hi");
+}
+
+TEST_F(SmsFile, StopsWhenTheStoreIsFull) {
+  while (store_.count() < SmsStore::kLimit) store_.Append();
+  store_.At(SmsStore::kLimit - 1).text = u"mine";
+  EXPECT_EQ(ReadLines("+1234;x;\r\n"), E_OUTOFMEMORY);
+  EXPECT_EQ(store_.At(SmsStore::kLimit - 1).text, u"mine");
+  EXPECT_EQ(ReadLines("// nothing\r\n"), S_OK);
+}
+
 TEST_F(SmsFile, HoldsNumbersInSixteenBits) {
   EXPECT_EQ(ReadLines("+1234;x;65537;65538;00;\r\n"), S_OK);
   ASSERT_EQ(store_.count(), 1);
