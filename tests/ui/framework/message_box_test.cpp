@@ -17,7 +17,8 @@ using testing::ElementsAre;
 class MessageBoxTest : public FrameworkTest {
  protected:
   /// Shows the real box, works it once it is there, and gives its answer.
-  static int Show(const BoxQuestion& question, const std::function<void(QMessageBox&)>& work) {
+  static int Show(const BoxQuestion& question, const std::function<void(QMessageBox&)>& work,
+                  Window* owner = nullptr) {
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -26,7 +27,7 @@ class MessageBoxTest : public FrameworkTest {
       work(*box);
     });
     timer.start(1);
-    return ShowMessageBox(nullptr, question);
+    return ShowMessageBox(owner, question);
   }
   static std::function<void(QMessageBox&)> Press(Qt::Key key) {
     return [key](QMessageBox& box) { QTest::keyClick(&box, key); };
@@ -95,6 +96,46 @@ TEST_F(MessageBoxTest, NeverReadsTextsAsMarkup) {
          EXPECT_EQ(box.text().toStdString(), "<b>ERROR</b> &amp; <img src='x'>");
          box.reject();
        });
+}
+
+/// A dialog with the editor's menu, so that it takes the key of Send.
+class SendingDialog : public Dialog {
+ public:
+  SendingDialog() : Dialog(200) {}
+  bool OnInitDialog(int /*focus*/, LongParameter /*parameter*/) override {
+    Surface().SetMenu(199);
+    return true;
+  }
+};
+
+TEST_F(MessageBoxTest, KeepsItsKeysFromTheDialogThatItBelongsTo) {
+  Noting<FrameWindow> frame;
+  ASSERT_TRUE(frame.Create(u"Frame"));
+  application().set_main_frame(&frame);
+  application().SetAccelerators({{u"Ctrl+S", 2030}});
+  std::vector<std::string> in_box, in_dialog;
+  const auto press = [&](QWidget* widget) {
+    frame.calls.clear();
+    QTest::keyClick(widget, Qt::Key_S, Qt::ControlModifier);
+    QTest::keyClick(widget, Qt::Key_F1);
+    return frame.calls;
+  };
+  SendingDialog dialog;
+  Dialog::SetModalHook([&](Dialog& shown) {
+    Show(
+        YesNo(false),
+        [&](QMessageBox& box) {
+          in_box = press(&box);
+          box.reject();
+        },
+        &shown);
+    in_dialog = press(WidgetOf(&shown));
+    shown.EndDialog(1);
+  });
+  dialog.RunModal(&frame);
+  EXPECT_THAT(in_box, testing::IsEmpty());
+  EXPECT_THAT(in_dialog, ElementsAre("OnCommand 2030", "WindowProc 83"));
+  application().set_main_frame(nullptr);
 }
 
 TEST(MessageBoxScript, AnswersInOrderAndThenNo) {

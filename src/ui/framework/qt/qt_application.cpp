@@ -73,19 +73,20 @@ struct NativeApplication : public QObject {
     return 0;
   }
 
-  // Message boxes and menus keep their keys; our own windows give them to the main frame.
+  // Message boxes, file dialogs and menus keep their keys, whatever window they belong to; our own windows
+  // give them to the main frame.
   static bool FrameTakesKeys() {
     if (the_application->main_frame() == nullptr || QApplication::activePopupWidget() != nullptr)
       return false;
     const QWidget* modal = QApplication::activeModalWidget();
-    return modal == nullptr || dynamic_cast<Dialog*>(WindowOf(modal)) != nullptr;
+    return modal == nullptr || dynamic_cast<Dialog*>(OwnWindowOf(modal)) != nullptr;
   }
 
   // The menus that the user sees as active: those of the modal dialog, which may have none, or the frame's.
   static CommandSurface* ActiveSurface() {
     const QWidget* modal = QApplication::activeModalWidget();
     if (modal == nullptr) return &the_application->main_frame()->Surface();
-    auto* dialog = dynamic_cast<Dialog*>(WindowOf(modal));
+    auto* dialog = dynamic_cast<Dialog*>(OwnWindowOf(modal));
     return dialog->HasSurface() ? &dialog->Surface() : nullptr;
   }
 

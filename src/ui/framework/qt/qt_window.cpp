@@ -11,13 +11,12 @@ namespace {
 
 constexpr char kWindowProperty[] = "celldesk_window";
 
-// The window object of this very widget, or null: none once the object is detached or gone.
+}  // namespace
+
 Window* OwnWindowOf(const QWidget* widget) {
   const QVariant object = widget->property(kWindowProperty);
   return object.isValid() ? reinterpret_cast<Window*>(object.value<quintptr>()) : nullptr;
 }
-
-}  // namespace
 
 Window* WindowOf(const QWidget* widget) {
   for (; widget != nullptr; widget = widget->parentWidget()) {
