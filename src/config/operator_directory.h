@@ -14,8 +14,8 @@ namespace celldesk {
 /// Countries, their GSM operators and the operators' SMS centres, straight from the bytes of the directory:
 /// nothing is kept but the bytes. The text has windows-1250 lines as util/field_text.h tells; blank lines and
 /// lines that begin with "//" are skipped. A line that begins with "@" opens a section: the first lists the
-/// countries (name; code; dialling code), each other one is headed by a country's code and lists its operators
-/// (name; network code; SMS centres). Irregular lines are taken for what they hold.
+/// countries (name; code; dialling code), each other one is headed by a country's code and lists its
+/// operators (name; network code; SMS centres). Irregular lines are taken for what they hold.
 class OperatorDirectory : public Object {
  public:
   /// Where a field begins: its offset into the bytes.

@@ -3,8 +3,8 @@
 #include <QStandardPaths>
 #include <utility>
 
-#include "platform/settings_document.h"
 #include "platform/qt/settings_file.h"
+#include "platform/settings_document.h"
 
 namespace celldesk {
 namespace {

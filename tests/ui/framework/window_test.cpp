@@ -119,10 +119,9 @@ TEST_F(WindowTest, IsNoLongerTheCurrentViewOnceItIsGone) {
   EXPECT_EQ(application().current_view(), nullptr);
 }
 
-TEST_F(WindowTest, FindsTheWindowOfTheNearestWidgetAbove) {
-  auto* inner = new QWidget(WidgetOf(&window));
-  auto* innermost = new QWidget(inner);
-  EXPECT_EQ(WindowOf(innermost), &window);
+TEST_F(WindowTest, IsKnownByItsOwnWidgetAlone) {
+  EXPECT_EQ(WindowOf(WidgetOf(&window)), &window);
+  EXPECT_EQ(WindowOf(new QWidget(WidgetOf(&window))), nullptr);
   EXPECT_EQ(WindowOf(nullptr), nullptr);
 }
 

@@ -86,8 +86,6 @@ struct NativeFonts {
 };
 
 /// The window object of this very widget, or null: none once the object is detached or gone.
-Window* OwnWindowOf(const QWidget* widget);
-/// The window object of a widget or of the nearest widget above it that has one.
 Window* WindowOf(const QWidget* widget);
 /// Ties a widget to its window object; null unties it.
 void SetWindowOf(QWidget* widget, Window* window);

@@ -79,14 +79,14 @@ struct NativeApplication : public QObject {
     if (the_application->main_frame() == nullptr || QApplication::activePopupWidget() != nullptr)
       return false;
     const QWidget* modal = QApplication::activeModalWidget();
-    return modal == nullptr || dynamic_cast<Dialog*>(OwnWindowOf(modal)) != nullptr;
+    return modal == nullptr || dynamic_cast<Dialog*>(WindowOf(modal)) != nullptr;
   }
 
   // The menus that the user sees as active: those of the modal dialog, which may have none, or the frame's.
   static CommandSurface* ActiveSurface() {
     const QWidget* modal = QApplication::activeModalWidget();
     if (modal == nullptr) return &the_application->main_frame()->Surface();
-    auto* dialog = dynamic_cast<Dialog*>(OwnWindowOf(modal));
+    auto* dialog = dynamic_cast<Dialog*>(WindowOf(modal));
     return dialog->HasSurface() ? &dialog->Surface() : nullptr;
   }
 

@@ -13,16 +13,10 @@ constexpr char kWindowProperty[] = "celldesk_window";
 
 }  // namespace
 
-Window* OwnWindowOf(const QWidget* widget) {
+Window* WindowOf(const QWidget* widget) {
+  if (widget == nullptr) return nullptr;
   const QVariant object = widget->property(kWindowProperty);
   return object.isValid() ? reinterpret_cast<Window*>(object.value<quintptr>()) : nullptr;
-}
-
-Window* WindowOf(const QWidget* widget) {
-  for (; widget != nullptr; widget = widget->parentWidget()) {
-    if (Window* window = OwnWindowOf(widget)) return window;
-  }
-  return nullptr;
 }
 
 void SetWindowOf(QWidget* widget, Window* window) {
@@ -74,7 +68,7 @@ void Window::Post(Message message, WordParameter word, LongParameter parameter) 
   QMetaObject::invokeMethod(
       widget,
       [widget, message, word, parameter] {
-        if (Window* window = OwnWindowOf(widget)) window->Dispatch(message, word, parameter);
+        if (Window* window = WindowOf(widget)) window->Dispatch(message, word, parameter);
       },
       Qt::QueuedConnection);
 }
