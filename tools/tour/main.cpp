@@ -34,6 +34,7 @@ int main(int argument_count, char** arguments) {
   tour.Step("The window opens", [&] { return tour.application().InitInstance({}, true); });
   if (tour.all_passed()) {
     celldesk::TourAddressBooks(tour);
+    celldesk::TourMessages(tour);
     celldesk::TourWindow(tour);
   }
   tour.application().ExitInstance(0);

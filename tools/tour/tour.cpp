@@ -1,11 +1,14 @@
 #include "tour.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
@@ -14,7 +17,9 @@
 #include <iostream>
 
 #include "ui/framework/message_box.h"
+#include "ui/framework/qt/list_table.h"
 #include "ui/framework/qt/native.h"
+#include "ui/framework/qt/qt_text.h"
 
 namespace celldesk {
 namespace {
@@ -32,6 +37,20 @@ QMessageBox::StandardButton ButtonFor(int answer) {
     default:
       return QMessageBox::Ok;
   }
+}
+
+QWidget* ControlOf(Dialog& dialog, int id) {
+  for (const char* name : {"control_%1", "button_%1"}) {
+    auto* control = WidgetOf(&dialog)->findChild<QWidget*>(QString(name).arg(id));
+    if (control != nullptr) return control;
+  }
+  return nullptr;
+}
+
+QPoint PlaceOf(QTableView& table, int row) {
+  const QModelIndex cell = table.model()->index(row, 0);
+  table.scrollTo(cell);
+  return table.visualRect(cell).center();
 }
 
 QPalette DarkPalette() {
@@ -109,6 +128,38 @@ void Tour::Choose(int command) {
   Settle();
   frame().Surface().QueryState();
   if (QAction* action = frame().Surface().native()->menu_actions.value(command)) action->trigger();
+}
+
+void Tour::ClickIn(Dialog& dialog, int id) {
+  QWidget* control = ControlOf(dialog, id);
+  if (auto* button = qobject_cast<QAbstractButton*>(control)) button->click();
+}
+
+void Tour::TypeIn(Dialog& dialog, int id, std::u16string_view text) {
+  QWidget* field = ControlOf(dialog, id);
+  if (field == nullptr) return;
+  field->setFocus();
+  if (auto* memo = qobject_cast<QPlainTextEdit*>(field)) memo->moveCursor(QTextCursor::End);
+  QTest::keyClicks(field, ToQt(text));
+}
+
+void Tour::PickIn(Dialog& dialog, int id, int choice) {
+  auto* list = qobject_cast<QComboBox*>(ControlOf(dialog, id));
+  if (list == nullptr) return;
+  QTest::keyClick(list, Qt::Key_Home);
+  for (int i = 0; i < choice; ++i) QTest::keyClick(list, Qt::Key_Down);
+}
+
+void Tour::ClickRow(ListView& list, int row) {
+  QTableView& table = *list.native()->table;
+  QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, PlaceOf(table, row));
+  Settle();
+}
+
+void Tour::DoubleClickRow(ListView& list, int row) {
+  ClickRow(list, row);
+  QTableView& table = *list.native()->table;
+  QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, PlaceOf(table, row));
 }
 
 void Tour::PressKey(int key, Qt::KeyboardModifiers modifiers) {

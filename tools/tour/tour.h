@@ -36,6 +36,12 @@ class Tour {
   /// Clicks a command-bar button, or chooses a menu item.
   void Click(int command);
   void Choose(int command);
+  /// The same buttons, check boxes and fields in a dialog, by command or control number.
+  void ClickIn(Dialog& dialog, int id);
+  void TypeIn(Dialog& dialog, int id, std::u16string_view text);
+  void PickIn(Dialog& dialog, int id, int choice);
+  void ClickRow(ListView& list, int row);
+  void DoubleClickRow(ListView& list, int row);
   void PressKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   void ShowFolder(int index);
   /// The next message box is photographed and answered; its text must hold `text`.
@@ -65,6 +71,7 @@ class Tour {
 
 /// The folders in turn.
 void TourAddressBooks(Tour& tour);
+void TourMessages(Tour& tour);
 void TourWindow(Tour& tour);
 
 }  // namespace celldesk
