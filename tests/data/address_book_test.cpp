@@ -51,7 +51,13 @@ TEST(AddressEntry, CopyLeavesTheNumberTypeAlone) {
   EXPECT_EQ(target.number, u"+123");
   EXPECT_EQ(target.flags, 7U);
   EXPECT_EQ(target.number_type, 129);
-  EXPECT_EQ(AddressEntry(source).number_type, 0);
+  const AddressEntry copy(source);
+  EXPECT_EQ(copy.id, u"1");
+  EXPECT_EQ(copy.saved_id, u"9");
+  EXPECT_EQ(copy.name, u"Anna");
+  EXPECT_EQ(copy.number, u"+123");
+  EXPECT_EQ(copy.flags, 7U);
+  EXPECT_EQ(copy.number_type, 0);
 }
 
 TEST(PhonebookMemory, HasNoCapacityUntilThePhoneWasAsked) {

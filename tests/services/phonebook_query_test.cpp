@@ -75,6 +75,19 @@ TEST(QueryPhonebook, LearnsTheMemoriesAndTheSizeOfItsOwn) {
   EXPECT_EQ(session.waiter.pauses(), (std::vector<milliseconds>{500ms}));
 }
 
+TEST(QueryPhonebook, LearnsTheSameHoweverTheAnswersAreCut) {
+  for (std::size_t size = 1; size <= 40; ++size) {
+    ScriptedSession session(kWholeQuery);
+    session.phone.set_chunk_size(size);
+    AddressBook book(u"SM", false);
+    EXPECT_EQ(QueryPhonebook(session.engine, book), S_OK) << size;
+    EXPECT_EQ(book.memory().supported, u"(\"SM\",\"ME\")") << size;
+    EXPECT_EQ(book.memory().last, 250) << size;
+    EXPECT_EQ(book.memory().name_length, 18) << size;
+    EXPECT_EQ(session.waiter.now(), 500ms) << size;
+  }
+}
+
 TEST(QueryPhonebook, PausesBeforeTheSizeIsAsked) {
   ScriptedSession session(kWholeQuery);
   AddressBook book(u"SM", true);

@@ -251,6 +251,8 @@ TEST(ReadPhonebook, GrowsForAnIndexBeyondTheMemory) {
   EXPECT_EQ(book.count(), 4);
   EXPECT_EQ(book.At(3).name, u"N4");
   EXPECT_EQ(book.At(2).flags, AddressEntry::kModified);
+  EXPECT_EQ(book.At(3).flags, AddressEntry::kOccupied | AddressEntry::kModified)
+      << "a fresh slot's own flag stays";
   EXPECT_EQ(view.rows, (std::vector<int>{3}));
 }
 

@@ -40,6 +40,18 @@ TEST(WritePhonebook, WritesAnEntryToTheIndexOfItsIdAndErasesByPosition) {
   EXPECT_TRUE(session.waiter.pauses().empty());
 }
 
+TEST(WritePhonebook, WritesTheSameHoweverTheAnswersAreCut) {
+  for (std::size_t size = 1; size <= 8; ++size) {
+    ScriptedSession session(kSelect + "> AT+CPBW=1\\r\n< +NOISE: 1\n< OK\n> AT+CPBW=2\\r\n< OK\n");
+    session.phone.set_chunk_size(size);
+    AddressBook book = QueriedBook(1, 2);
+    ASSERT_EQ(book.Resize(2), S_OK);
+    EXPECT_EQ(WritePhonebook(session.engine, book, nullptr, std::nullopt), S_OK) << size;
+    EXPECT_FALSE(book.IsModified()) << size;
+    EXPECT_EQ(session.waiter.now(), 0ms) << size;
+  }
+}
+
 struct TypeCase {
   std::u16string number;
   const char* sent;
