@@ -2,6 +2,7 @@
 
 #include "platform/instance.h"
 #include "ui/commands.h"
+#include "ui/file_opening.h"
 #include "ui/file_types.h"
 #include "ui/framework/menu_template.h"
 #include "ui/resources/resources.h"
@@ -34,6 +35,7 @@ bool CellDeskApplication::InitInstance(std::u16string_view command_line, bool /*
                       machine_.port_list, machine_.port_inspector, machine_.files, machine_.contacts});
   if (!frame_->Create(LoadString(text::kCaption))) return false;
   Announce();
+  OpenFile(*frame_, machine_.files, command_line);
   return true;
 }
 

@@ -97,5 +97,22 @@ TEST_F(FileOpening, AFileThatIsNotThereIsTold) {
   EXPECT_THAT(window_.LastBox(), IsFileError("none.sms", "The file does not exist."));
 }
 
+TEST(FileOpeningAtStart, OpensTheFileThatTheProgramIsStartedWith) {
+  WindowSession session;
+  session.files.files[u"phone.adr"] = "AddrArchive10;ME;1;9;\r\n2;Dora;+420;\r\n";
+  ASSERT_TRUE(session.application->InitInstance(u"phone.adr", true));
+  EXPECT_EQ(session.frame().pages().Current(), kPhoneTab);
+  EXPECT_THAT(WindowSession::Rows(session.phone_book()), ElementsAre("2|Dora|+420"));
+}
+
+TEST(FileOpeningAtStart, TheProgramRunsOnWhenTheFileCannotBeOpened) {
+  WindowSession session;
+  session.files.files[u"bad.sms"] = "nothing";
+  ASSERT_TRUE(session.application->InitInstance(u"bad.sms", true));
+  ASSERT_EQ(session.boxes.asked().size(), 1U);
+  EXPECT_THAT(session.boxes.asked().front(), IsErrorBox("Invalid file format."));
+  EXPECT_TRUE(session.frame().IsVisible());
+}
+
 }  // namespace
 }  // namespace celldesk
