@@ -22,6 +22,7 @@ std::u16string FirstComponent(const VcardLine& line) {
 }  // namespace
 
 void VcardContact::Take(const VcardLine& line) {
+  if (EqualAscii(line.name, "VERSION")) is_version_4_ = TrimBlanks(line.value) == "4.0";
   if (EqualAscii(line.name, "N")) TakeName(line);
   if (EqualAscii(line.name, "TEL")) TakeNumber(line);
   if (EqualAscii(line.name, "ORG")) KeepFirst(company_, FirstComponent(line));
@@ -37,10 +38,11 @@ void VcardContact::TakeName(const VcardLine& line) {
     *part = DecodeVcardText(TakeComponent(value), parameters);
 }
 
+// Version 4.0 writes numbers as URIs, and some programs forget to say so.
 void VcardContact::TakeNumber(const VcardLine& line) {
   const VcardParameters parameters = VcardParameters::Parse(line.parameters);
   const std::string_view value = TrimBlanks(line.value);
-  const bool is_tel_uri = IsTelUri(value);
+  const bool is_tel_uri = (parameters.uri || is_version_4_) && IsTelUri(value);
   if (parameters.no_voice || (parameters.uri && !is_tel_uri)) return;
   std::u16string number = is_tel_uri ? DecodeTelUri(value) : DecodeVcardText(line.value, parameters);
   std::u16string& kept = parameters.cell   ? mobile_

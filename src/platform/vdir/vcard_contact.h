@@ -20,6 +20,7 @@ class VcardContact {
   bool RepeatsAnother(const std::u16string& text) const;
   std::u16string Surname() const;
 
+  bool is_version_4_ = false;
   std::u16string family_;
   std::u16string given_;
   std::u16string additional_;

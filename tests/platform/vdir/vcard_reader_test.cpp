@@ -120,7 +120,12 @@ TEST(VcardReader, ANumberOfNoKindStandsInForTheHomeNumber) {
 
 TEST(VcardReader, FaxesPagersAndOtherUrisAreNoNumbers) {
   EXPECT_THAT(Read("TEL;TYPE=WORK,FAX:1\r\nTEL;PAGER:2\r\nTEL;VALUE=uri:sip:3@example.org\r\n"), IsEmpty());
-  EXPECT_EQ(Text("TEL;TYPE=CELL: TEL:+1-2 \r\n", kContactMobileNumber), u"+12");
+  EXPECT_EQ(Text("TEL;TYPE=CELL;VALUE=uri: TEL:+1-2 \r\n", kContactMobileNumber), u"+12");
+}
+
+TEST(VcardReader, AUriThatIsNotDeclaredIsOneInVersion40Alone) {
+  EXPECT_EQ(Text("TEL;TYPE=CELL:tel:+1-2\r\n", kContactMobileNumber, "4.0"), u"+12");
+  EXPECT_EQ(Text("TEL;TYPE=CELL:tel:+1-2\r\n", kContactMobileNumber, "3.0"), u"tel:+1-2");
 }
 
 TEST(VcardReader, TheFirstTextOfEachOtherKindCounts) {
