@@ -58,7 +58,10 @@ bool RenameToNew(const std::string& from, const std::string& to) {
 SystemError PosixFileAdder::Add(std::u16string_view path, std::string_view content) {
   std::signal(SIGXFSZ, SIG_IGN);
   const std::filesystem::path name(ToUtf8(path));
-  const std::string hidden = (name.parent_path() / ("." + name.filename().string() + ".tmp")).string();
+  std::filesystem::path hidden_name(".");
+  hidden_name += name.filename();
+  hidden_name += ".tmp";
+  const std::string hidden = (name.parent_path() / hidden_name).string();
   const SystemError error = WriteNew(hidden, content);
   if (error != kErrorSuccess) return error;
   if (RenameToNew(hidden, name.string())) return kErrorSuccess;
