@@ -42,7 +42,7 @@ const SmsMessage* SmsFolderView::MessageOf(std::size_t record) const {
 
 bool SmsFolderView::OnInitDialog(int focus, LongParameter parameter) {
   FolderView::OnInitDialog(focus, parameter);
-  list().SetImages({"message", "message_unread"});
+  list().SetImages({"message", "message_unread"}, SmsColumns::kNumber);
   return true;
 }
 

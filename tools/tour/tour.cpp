@@ -122,6 +122,7 @@ void Tour::Click(int command) {
 void Tour::Settle() {
   QCoreApplication::processEvents();
   application().IdleLoop();
+  QCoreApplication::processEvents();
 }
 
 void Tour::Choose(int command) {

@@ -31,8 +31,8 @@ class ListView {
   std::vector<std::uint16_t> Widths() const;
   /// Applied from the left, as far as there are columns.
   void SetWidths(const std::vector<std::uint16_t>& widths);
-  /// Icons by resource name, in the order of ItemImage's indexes.
-  void SetImages(const std::vector<std::string_view>& icons);
+  /// Icons by resource name, in the order of ItemImage's indexes, shown in front of the texts of `column`.
+  void SetImages(const std::vector<std::string_view>& icons, int column = 0);
   /// Borrowed until the list goes.
   void SetFonts(const FontSet& fonts);
   /// Shown in the middle of an empty list.

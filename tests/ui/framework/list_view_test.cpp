@@ -113,6 +113,22 @@ TEST_F(ListViewTest, AsksTextsFontsAndImagesOfItsOwner) {
   EXPECT_FALSE(Data(2, 1, Qt::DecorationRole).isValid()) << "the first column's alone";
 }
 
+TEST_F(ListViewTest, ShowsImagesInTheColumnThatHasRoomForThem) {
+  list().SetImages({"entry", "entry_changed"}, 1);
+  Fill({2});
+  EXPECT_FALSE(Data(0, 0, Qt::DecorationRole).isValid());
+  EXPECT_TRUE(Data(0, 1, Qt::DecorationRole).isValid());
+}
+
+TEST_F(ListViewTest, WantsRoomForEveryColumnOnASmallScreen) {
+  list().SetWidths({100, 150, 120});
+  const int wanted = list().native()->table->sizeHint().width();
+  EXPECT_GE(wanted, 370);
+  EXPECT_LT(wanted, 420);
+  list().SetWidths({500, 500, 500});
+  EXPECT_EQ(list().native()->table->sizeHint().width(), 600);
+}
+
 TEST_F(ListViewTest, KeepsRowsAndRecords) {
   Fill({5, 3, 9});
   EXPECT_EQ(list().RowCount(), 3);

@@ -1,3 +1,7 @@
+#include <QScrollBar>
+
+#include "ui/framework/qt/list_table.h"
+#include "ui/framework/qt/native.h"
 #include "ui/sms/sms_window.h"
 
 namespace celldesk {
@@ -56,6 +60,17 @@ TEST(AddressChooser, ListsTheEntriesOfBothBooks) {
         for (int column = 0; column < 4; ++column)
           captions.push_back(HeaderText(dialog.List(chooser::kList), column));
         EXPECT_THAT(captions, ElementsAre("M", "ID", "Name", "Number"));
+      },
+      Nothing);
+}
+
+TEST(AddressChooser, OpensWideEnoughForItsColumns) {
+  ChooserWindow window;
+  window.Choose(
+      [](Dialog& dialog) {
+        const QTableView* table = dialog.List(chooser::kList).native()->table;
+        EXPECT_GE(table->viewport()->width(), 400);
+        EXPECT_FALSE(table->horizontalScrollBar()->isVisible());
       },
       Nothing);
 }

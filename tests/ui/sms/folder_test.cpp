@@ -2,6 +2,8 @@
 
 #include "config/settings_store.h"
 #include "ui/framework/menu_state.h"
+#include "ui/framework/qt/list_table.h"
+#include "ui/framework/qt/native.h"
 #include "ui/sms/sms_window.h"
 
 namespace celldesk {
@@ -144,6 +146,14 @@ TEST(SmsFolderView, FontsTellWhatWillHappenToAMessage) {
   window.Select(window.inbox(), {1});
   window.Command(command::kDelete);
   EXPECT_EQ(window.inbox().ItemFont(window.inbox().list().RecordAt(1)), FontRole::kStruckOut);
+}
+
+TEST(SmsFolderView, ImagesLeaveTheNarrowMemoryColumnToItsText) {
+  SmsWindow window;
+  window.Load();
+  const QAbstractItemModel* model = window.inbox().list().native()->table->model();
+  EXPECT_FALSE(model->index(0, 0).data(Qt::DecorationRole).isValid());
+  EXPECT_TRUE(model->index(0, 1).data(Qt::DecorationRole).isValid());
 }
 
 TEST(SmsFolderView, DeleteTwiceLeavesAMessageUnmarkedAndChanged) {

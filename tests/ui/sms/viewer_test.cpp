@@ -37,6 +37,16 @@ TEST(SmsViewer, ShowsDateSenderTextAndCounter) {
   });
 }
 
+TEST(SmsViewer, OpensWideEnoughForItsFields) {
+  ViewerWindow window(2);
+  window.Open([](Dialog& dialog) {
+    for (const int field : {viewer::kDate, viewer::kFrom, viewer::kCounter}) {
+      const QWidget* label = ControlOf(dialog, QStringLiteral("control_%1").arg(field));
+      EXPECT_GE(label->width(), label->sizeHint().width()) << field;
+    }
+  });
+}
+
 TEST(SmsViewer, ShowsTheSenderAsTheFolderDoes) {
   ViewerWindow window(0);
   window.Command(command::kShowNames);

@@ -128,7 +128,7 @@ class Builder {
   void AddColumn() {
     grid_ = new QGridLayout;
     grid_->setColumnStretch(1, 1);
-    columns_->addLayout(grid_, 1);
+    columns_->addLayout(grid_);
     row_ = 0;
     has_memo_ = false;
   }

@@ -30,7 +30,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
       return font == FontRole::kNormal ? QVariant() : QVariant(FontOf(fonts_, font, QApplication::font()));
     }
     case Qt::DecorationRole: {
-      if (index.column() != 0 || icons_.isEmpty()) return {};
+      if (index.column() != icon_column_ || icons_.isEmpty()) return {};
       const int image = list_.owner().ItemImage(record);
       return image >= 0 && image < icons_.size() ? QVariant(icons_[image]) : QVariant();
     }

@@ -23,7 +23,10 @@ class ListModel : public QAbstractTableModel {
 
   void SetColumns(std::vector<ColumnSpec> columns);
   const std::vector<ColumnSpec>& columns() const { return columns_; }
-  void SetIcons(QList<QIcon> icons) { icons_ = std::move(icons); }
+  void SetIcons(QList<QIcon> icons, int column) {
+    icons_ = std::move(icons);
+    icon_column_ = column;
+  }
   void SetFonts(const FontSet* fonts) { fonts_ = fonts; }
 
   const std::vector<std::uint32_t>& rows() const { return rows_; }
@@ -45,6 +48,7 @@ class ListModel : public QAbstractTableModel {
   std::vector<std::uint32_t> rows_;
   std::vector<bool> shown_;  // by record
   QList<QIcon> icons_;
+  int icon_column_ = 0;
   const FontSet* fonts_ = nullptr;
 };
 

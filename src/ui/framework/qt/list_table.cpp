@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <utility>
@@ -19,6 +20,7 @@ constexpr int kOpenCommand = 2006;
 constexpr int kRowPadding = 6;
 constexpr int kIcon = 14, kGap = 2;
 constexpr double kSmallestFont = 0.7;
+constexpr int kWidestHint = 600;
 
 // The font in which `text` fits into `width`: narrow columns rather shrink a memory's name or an index than
 // cut it.
@@ -35,7 +37,7 @@ class RowDelegate : public QStyledItemDelegate {
  public:
   explicit RowDelegate(ListTable* table) : QStyledItemDelegate(table), table_(table) {}
 
-  // The first column holds an icon and a short text in little room.
+  // A column with icons may have little room for its short texts.
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     QStyleOptionViewItem item(option);
     initStyleOption(&item, index);
@@ -100,6 +102,13 @@ ListTable::ListTable(ListView& list, QWidget* parent) : QTableView(parent), list
   horizontalHeader()->setSectionsClickable(true);
   horizontalHeader()->setMinimumSectionSize(16);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+QSize ListTable::sizeHint() const {
+  int width = verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+  for (const std::uint16_t column : list_.Widths()) width += column;
+  const QSize usual = QTableView::sizeHint();
+  return {std::clamp(width, usual.width(), kWidestHint), usual.height()};
 }
 
 void ListTable::SetEmptyText(const QString& text) {

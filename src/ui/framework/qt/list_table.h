@@ -15,6 +15,8 @@ class ListTable : public QTableView {
   void SetEmptyText(const QString& text);
   const QString& empty_text() const { return empty_text_; }
   int hot_row() const { return hot_row_; }
+  /// Wide enough for every column, as far as a small screen allows.
+  QSize sizeHint() const override;
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

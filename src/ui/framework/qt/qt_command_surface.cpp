@@ -6,7 +6,9 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QProxyStyle>
+#include <QStyleOption>
 #include <QToolBar>
 #include <algorithm>
 
@@ -97,6 +99,16 @@ class MenuBarStyle : public QProxyStyle {
                          const QWidget* widget) const override {
     const QSize usual = QProxyStyle::sizeFromContents(type, option, size, widget);
     return type == CT_MenuBarItem ? QSize(usual.width(), std::max(usual.height(), kTouchTarget)) : usual;
+  }
+
+  // The toolkit's style underlines each title, which beside the buttons looks like a stray line.
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    if (element != CE_MenuBarItem) return QProxyStyle::drawControl(element, option, painter, widget);
+    painter->save();
+    painter->setClipRect(option->rect.adjusted(0, 0, 0, -1), Qt::IntersectClip);
+    QProxyStyle::drawControl(element, option, painter, widget);
+    painter->restore();
   }
 };
 

@@ -57,12 +57,13 @@ void ListView::SetWidths(const std::vector<std::uint16_t>& widths) {
   const int count = std::min(ColumnCount(), static_cast<int>(widths.size()));
   for (int i = 0; i < count; ++i) native_->table->setColumnWidth(i, widths[static_cast<std::size_t>(i)]);
   if (count > 0 && count == ColumnCount()) native_->last_width = widths[static_cast<std::size_t>(count) - 1];
+  native_->table->updateGeometry();
 }
 
-void ListView::SetImages(const std::vector<std::string_view>& icons) {
+void ListView::SetImages(const std::vector<std::string_view>& icons, int column) {
   QList<QIcon> images;
   for (const std::string_view name : icons) images.append(IconOf(name));
-  native_->model->SetIcons(images);
+  native_->model->SetIcons(images, column);
 }
 
 void ListView::SetFonts(const FontSet& fonts) { native_->model->SetFonts(&fonts); }
