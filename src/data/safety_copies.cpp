@@ -55,7 +55,11 @@ Status SafetyCopies::Copy(const CopySource& source, const CalendarTime& now) {
 Status SafetyCopies::Keep(const CopySource& source, std::u16string_view unfinished, const CalendarTime& now) {
   std::u16string name = FreeName(source, now);
   const Status status = StatusFromSystemError(files_.Rename(unfinished, PathOf(name)));
-  fresh_.push_back(std::move(name));
+  if (Failed(status)) {
+    static_cast<void>(files_.Remove(unfinished));
+  } else {
+    fresh_.push_back(std::move(name));
+  }
   return status;
 }
 

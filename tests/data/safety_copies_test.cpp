@@ -113,6 +113,16 @@ TEST_F(SafetyCopiesTest, AHalfWrittenCopyIsNotKept) {
   EXPECT_THAT(files_.Names(u"/copies"), ElementsAre(u"2026-11-21 14.30.05.120 Address-SIM.adr"));
 }
 
+TEST_F(SafetyCopiesTest, ACopyThatCannotBeNamedIsNotKeptAndNoOtherGoesForIt) {
+  for (int minute = 0; minute < 20; ++minute)
+    EXPECT_EQ(SaveBook(std::to_string(minute), AtMinute(minute)), S_OK);
+  files_.rename_error = kErrorAccessDenied;
+  EXPECT_EQ(SaveBook("more", AtMinute(20)), StatusFromSystemError(kErrorAccessDenied));
+  const auto names = files_.Names(u"/copies");
+  EXPECT_THAT(names, SizeIs(20));
+  EXPECT_EQ(names.front(), u"2026-11-21 14.00.05.120 Address-SIM.adr");
+}
+
 TEST_F(SafetyCopiesTest, AFolderThatCannotBeMadeIsTold) {
   files_.open_error = kErrorAccessDenied;
   EXPECT_EQ(SaveBook("book"), StatusFromSystemError(kErrorAccessDenied));

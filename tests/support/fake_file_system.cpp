@@ -77,6 +77,7 @@ std::vector<std::u16string> FakeFileSystem::Names(std::u16string_view folder) {
 
 SystemError FakeFileSystem::Rename(std::u16string_view path, std::u16string_view new_path) {
   const auto file = files.find(path);
+  if (rename_error != kErrorSuccess) return rename_error;
   if (file == files.end()) return kErrorFileNotFound;
   std::string content = std::move(file->second);
   files.erase(file);

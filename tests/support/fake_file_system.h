@@ -23,6 +23,7 @@ class FakeFileSystem : public FileSystem {
   SystemError write_error = kErrorSuccess;  ///< of the writes beyond `allowed_writes`
   int allowed_writes = 0;
   SystemError close_error = kErrorSuccess;
+  SystemError rename_error = kErrorSuccess;
   int writes = 0;      ///< tried so far
   int open_files = 0;  ///< mapped or being written
 };
