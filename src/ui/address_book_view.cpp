@@ -1,5 +1,8 @@
 #include "ui/address_book_view.h"
 
+#include <algorithm>
+#include <array>
+
 #include "config/settings_store.h"
 #include "data/entry_editing.h"
 #include "data/entry_order.h"
@@ -7,6 +10,7 @@
 #include "ui/address_edit_dialog.h"
 #include "ui/commands.h"
 #include "ui/framework/menu_state.h"
+#include "ui/framework/sort_key.h"
 #include "ui/questions.h"
 #include "ui/resources/resources.h"
 #include "util/text.h"
@@ -14,8 +18,21 @@
 namespace celldesk {
 namespace {
 
-constexpr FolderTraits kTraits{185, text::kAddressToolTips, text::kAddressColumns,
-                               SettingsStore::kAddressColumns};
+constexpr std::array kContextCommands = {command::kOpen,
+                                         command::kDelete,
+                                         command::kSendSms,
+                                         0,
+                                         command::kNew,
+                                         command::kItemAssignment,
+                                         0,
+                                         command::kLoadData,
+                                         command::kUploadSelected};
+constexpr FolderTraits kTraits{185,
+                               text::kAddressToolTips,
+                               text::kAddressColumns,
+                               SettingsStore::kAddressColumns,
+                               kContextCommands,
+                               static_cast<int>(AddressColumn::kName)};
 constexpr int kUnchangedImage = 0, kChangedImage = 1;
 
 // Only the capability query tells that a memory does not exist; a selection refused after it is a failure
@@ -37,7 +54,11 @@ bool AddressBookView::OnInitDialog(int focus, LongParameter parameter) {
   FolderView::OnInitDialog(focus, parameter);
   list().SetImages({"entry", "entry_changed"});
   // What came into the book before its page was made.
-  for (int position = 0; position < book_.count(); ++position) AddItem(static_cast<std::size_t>(position));
+  std::vector<std::uint32_t> records;
+  for (int position = 0; position < book_.count(); ++position) {
+    if (book_.At(position).is_occupied()) records.push_back(static_cast<std::uint32_t>(position));
+  }
+  list().SetRows(records);
   return true;
 }
 
@@ -114,6 +135,15 @@ int AddressBookView::Compare(std::size_t record1, std::size_t record2) {
   const auto column = static_cast<AddressColumn>(list().sort_column());
   return CompareEntries(book_.At(static_cast<int>(record1)), book_.At(static_cast<int>(record2)), column,
                         false, services().locale);
+}
+
+std::vector<std::uint64_t> AddressBookView::SortKeys(std::span<const std::uint32_t> records,
+                                                     bool descending) {
+  std::vector<const AddressEntry*> entries(records.size());
+  std::transform(records.begin(), records.end(), entries.begin(),
+                 [this](std::uint32_t record) { return &book_.At(static_cast<int>(record)); });
+  const auto column = static_cast<AddressColumn>(list().sort_column());
+  return PackedKeys(EntryPlaces(entries, column, services().locale), descending);
 }
 
 int AddressBookView::AddItem(std::size_t record) {

@@ -27,6 +27,8 @@ FolderView::FolderView(FrameServices& frame, const ProgramServices& services, co
 
 bool FolderView::OnInitDialog(int /*focus*/, LongParameter /*parameter*/) {
   list().BuildColumns(traits_.columns);
+  list().SetName(title_);
+  list().SetSearchColumn(traits_.search_column);
   list().SetFonts(frame_.fonts());
   list().EnableSorting(true);
   list().SetEmptyText(EmptyText());
@@ -37,6 +39,9 @@ MessageResult FolderView::OnNotify(int /*control_id*/, const Notification& notif
   if (notification.code == NotifyCode::kSelectionChanged) frame_.RefreshLater();
   if (notification.code == NotifyCode::kDeleteKey) {
     frame_.window().Dispatch(Message::kCommand, command::kDelete, 0);
+  }
+  if (notification.code == NotifyCode::kContextMenu) {
+    list().ShowContextMenu(frame_.commands(), traits_.context_commands);
   }
   return 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string_view>
 
 #include "ui/frame_services.h"
@@ -14,6 +15,8 @@ struct FolderTraits {
   int tool_tips;
   int columns;
   std::u16string_view widths_value;
+  std::span<const int> context_commands;  ///< of the list's own menu; 0 is a separator
+  int search_column;                      ///< where typed letters are looked for
 };
 
 /// A folder: a page with one list over a local copy of the phone's data.

@@ -8,6 +8,7 @@
 namespace celldesk {
 
 class AddressBooks;
+class CommandSurface;
 class Window;
 
 /// What the main frame does for its folders. Borrowed from the frame for the folder's life.
@@ -15,6 +16,8 @@ class FrameServices {
  public:
   virtual ~FrameServices() = default;
   virtual Window& window() = 0;
+  /// Menus and command bar, which show the current folder's commands.
+  virtual CommandSurface& commands() = 0;
   virtual const FontSet& fonts() const = 0;
   /// Both address books, for numbers and names.
   virtual const AddressBooks& address_books() const = 0;

@@ -43,6 +43,7 @@ class MainFrame : public FrameWindow, public FrameServices {
   void Refresh();
 
   Window& window() override { return *this; }
+  CommandSurface& commands() override { return Surface(); }
   const FontSet& fonts() const override { return fonts_; }
   bool IsConnected() const override;
   void SaveCopies() override;

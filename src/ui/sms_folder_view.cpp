@@ -1,5 +1,7 @@
 #include "ui/sms_folder_view.h"
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 
 #include "config/settings_store.h"
@@ -16,9 +18,24 @@
 namespace celldesk {
 namespace {
 
-constexpr FolderTraits kInbox{186, text::kInboxToolTips, text::kInboxColumns, SettingsStore::kInboxColumns};
-constexpr FolderTraits kOutbox{196, text::kOutboxToolTips, text::kOutboxColumns,
-                               SettingsStore::kOutboxColumns};
+constexpr std::array kInboxCommands = {
+    command::kOpen,     command::kReply, command::kForward, command::kDelete, 0, command::kShowNames, 0,
+    command::kLoadData, command::kUpload};
+constexpr std::array kOutboxCommands = {command::kOpen,     command::kDelete,    0,
+                                        command::kNew,      command::kShowNames, 0,
+                                        command::kLoadData, command::kUpload};
+constexpr FolderTraits kInbox{186,
+                              text::kInboxToolTips,
+                              text::kInboxColumns,
+                              SettingsStore::kInboxColumns,
+                              kInboxCommands,
+                              SmsColumns::kNumber};
+constexpr FolderTraits kOutbox{196,
+                               text::kOutboxToolTips,
+                               text::kOutboxColumns,
+                               SettingsStore::kOutboxColumns,
+                               kOutboxCommands,
+                               SmsColumns::kNumber};
 constexpr int kOpenedImage = 0, kNotOpenedImage = 1;
 constexpr std::chrono::milliseconds kBeforeDownload{500};
 
@@ -123,11 +140,11 @@ void SmsFolderView::OnShowPage() {
 }
 
 void SmsFolderView::Fill() {
-  list().Clear();
-  list().Reserve(static_cast<std::size_t>(messages().count()));
+  std::vector<std::uint32_t> records;
   for (int position = 0; position < messages().count(); ++position) {
-    AddItem(static_cast<std::size_t>(position));
+    if (BelongsTo(folder_, messages().At(position))) records.push_back(static_cast<std::uint32_t>(position));
   }
+  list().SetRows(records);
   filled_ = true;
 }
 
@@ -146,6 +163,13 @@ int SmsFolderView::Compare(std::size_t record1, std::size_t record2) {
 bool SmsFolderView::SortsLast(std::size_t record) {
   const SmsMessage* message = MessageOf(record);
   return message == nullptr || columns_.SortsLast(*message, list().sort_column());
+}
+
+std::vector<std::uint64_t> SmsFolderView::SortKeys(std::span<const std::uint32_t> records, bool descending) {
+  std::vector<const SmsMessage*> sorted(records.size());
+  std::transform(records.begin(), records.end(), sorted.begin(),
+                 [this](std::uint32_t record) { return MessageOf(record); });
+  return columns_.SortKeys(sorted, list().sort_column(), names_, descending);
 }
 
 int SmsFolderView::AddItem(std::size_t record) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -11,6 +12,7 @@
 
 namespace celldesk {
 
+class CommandSurface;
 class Window;
 struct NativeList;
 
@@ -37,6 +39,14 @@ class ListView {
   void SetFonts(const FontSet& fonts);
   /// Shown in the middle of an empty list.
   void SetEmptyText(std::u16string_view text);
+  /// What a screen reader calls the list; without it, the title of its dialog.
+  void SetName(std::u16string_view name);
+  /// Typed letters go to the next row that begins so in this column; in the sorted one after a click on a
+  /// header.
+  void SetSearchColumn(int column);
+  /// Shows these commands of `surface` as a menu where the list was asked for one; 0 is a separator. Commands
+  /// that the menu bar does not have are left out.
+  void ShowContextMenu(const CommandSurface& surface, std::span<const int> commands);
   /// The style of a box of choices: no header, and one row is selected at a time.
   void SetChoiceStyle();
   /// The style of item assignment: a plain click picks a row; nothing is dragged or edited.
@@ -44,6 +54,8 @@ class ListView {
 
   int RowCount() const;
   void Reserve(std::size_t rows);
+  /// Replaces all rows at once: in this order, each record once. The toolkit is told of them together.
+  void SetRows(std::span<const std::uint32_t> records);
   /// Appends a row; its index.
   int AddRow(std::size_t record);
   void RemoveRow(int row);
@@ -77,8 +89,8 @@ class ListView {
   void OnHeaderClick(int column);
   int sort_column() const { return sort_column_; }
   bool descending() const { return descending_; }
-  /// Sorts by the owner's Compare, negated when descending; equal rows keep their order. Selection and focus
-  /// stay with their records.
+  /// Sorts in the order of the owner's Compare, negated when descending; equal rows keep their order.
+  /// Selection and focus stay with their records.
   void Sort();
 
   Window& owner() const { return owner_; }

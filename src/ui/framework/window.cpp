@@ -26,6 +26,9 @@ std::u16string_view Window::ColumnText(std::size_t /*record*/, int /*column*/, s
 FontRole Window::ItemFont(std::size_t /*record*/) { return FontRole::kNormal; }
 int Window::ItemImage(std::size_t /*record*/) { return -1; }
 bool Window::SortsLast(std::size_t /*record*/) { return false; }
+std::vector<std::uint64_t> Window::SortKeys(std::span<const std::uint32_t> /*records*/, bool /*descending*/) {
+  return {};
+}
 
 MessageResult Window::Dispatch(Message message, WordParameter word, LongParameter parameter) {
   if (!IsAttached()) return 0;

@@ -3,8 +3,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "ui/framework/font.h"
 #include "util/object.h"
@@ -47,6 +49,7 @@ enum class NotifyCode {
   kSelectionChanged,  ///< rows or the focused row changed
   kChanged,           ///< an edit field's text, or a list's choice, was changed
   kPageChanged,       ///< a page host shows another page
+  kContextMenu,       ///< a list is asked for its menu, by the right button, a pen held down or the menu key
 };
 
 /// A control's news: the row and column it is about, -1 where there is none.
@@ -104,6 +107,9 @@ class Window : public Object {
   /// 27: true for a record that Compare finds equal to any other because it has nothing to compare by. Among
   /// records that are equal it stands last, in either direction: so sorting has one order to go by.
   virtual bool SortsLast(std::size_t record);
+  /// 28: a key for each of `records` whose ascending order is that of Compare (negated when `descending`) and
+  /// SortsLast; equal records have equal keys. None where sorting is to go by those two.
+  virtual std::vector<std::uint64_t> SortKeys(std::span<const std::uint32_t> records, bool descending);
 
   /// Sends a message through the window procedure. A detached window only does the default: nothing.
   virtual MessageResult Dispatch(Message message, WordParameter word, LongParameter parameter);

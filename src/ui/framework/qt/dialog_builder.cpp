@@ -15,16 +15,19 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QToolButton>
+#include <algorithm>
 
 #include "ui/framework/dialog.h"
 #include "ui/framework/qt/elided_label.h"
 #include "ui/framework/qt/qt_icons.h"
 #include "ui/framework/qt/qt_text.h"
+#include "ui/resources/resources.h"
 #include "util/text.h"
 
 namespace celldesk {
 namespace {
 
+constexpr int kChooseFor = 370;
 constexpr int kImageHeight = 64;
 // A choice list shows at least this much of its texts.
 constexpr int kShownCharacters = 12;
@@ -111,6 +114,10 @@ class Builder {
   }
 
  private:
+  static bool HasLetters(const QString& text) {
+    return std::any_of(text.begin(), text.end(), [](QChar character) { return character.isLetter(); });
+  }
+  QString Title() const { return ToQt(dialog_.Title()).remove(u':'); }
   static QString Text(const ControlTemplate& control) { return ToQt(control.text); }
 
   // The room that is left goes to the list or memo; where there is none, to what is below the last row.
@@ -154,13 +161,14 @@ class Builder {
     auto* label = new QLabel;
     label->setPixmap(IconOf(ToUtf8(control.text)).pixmap(QSize(4 * kImageHeight, kImageHeight)));
     label->setAlignment(Qt::AlignCenter);
-    label->setAccessibleName(dialog_.Title().empty() ? Text(control) : ToQt(dialog_.Title()));
+    label->setAccessibleName(Title());
     AddWide(control, label);
   }
 
   void AddBar(const ControlTemplate& control) {
     auto* bar = new QProgressBar;
     bar->setRange(0, 100);
+    bar->setAccessibleName(Title());
     AddWide(control, bar);
   }
 
@@ -184,7 +192,11 @@ class Builder {
   void AddMemo(const ControlTemplate& control) {
     auto* memo = new QPlainTextEdit;
     memo->setTabChangesFocus(true);
-    memo->setReadOnly(control.text == u"readonly");
+    memo->setAccessibleName(Title());
+    // A text that is only read shows its cursor too: so the focus is seen.
+    if (control.text == u"readonly") {
+      memo->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
     const int id = control.id;
     QObject::connect(memo, &QPlainTextEdit::textChanged, page_,
                      [dialog = &dialog_, id] { SendChange(*dialog, id, -1); });
@@ -218,6 +230,13 @@ class Builder {
   void AddBrowse(const ControlTemplate& control) {
     auto* button = new QToolButton;
     button->setText(Text(control));
+    button->setFocusPolicy(Qt::StrongFocus);
+    // Dots alone say nothing without the field before them.
+    if (!HasLetters(button->text())) {
+      const std::u16string field = FromQt(grid_->itemAtPosition(row_ - 1, 1)->widget()->accessibleName());
+      button->setToolTip(ToQt(Format(LoadString(kChooseFor), {field})));
+      button->setAccessibleName(button->toolTip());
+    }
     const int id = control.id;
     QObject::connect(button, &QToolButton::clicked, page_,
                      [dialog = &dialog_, id] { SendCommand(*dialog, id); });
@@ -270,6 +289,9 @@ class Builder {
     QWidget* field = MakeField(control);
     label->setBuddy(field);
     field->setAccessibleName(Text(control).remove(u'&').remove(u':'));
+    if (const auto* combo = qobject_cast<QComboBox*>(field); combo != nullptr && combo->isEditable()) {
+      combo->lineEdit()->setAccessibleName(field->accessibleName());
+    }
     Register(control, field);
     grid_->addWidget(label, row_, 0);
     grid_->addWidget(field, row_++, 1);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <algorithm>
 
 #include "ui/framework/list_view.h"
 #include "ui/framework/qt/native.h"
@@ -49,6 +50,15 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
 void ListModel::SetColumns(std::vector<ColumnSpec> columns) {
   beginResetModel();
   columns_ = std::move(columns);
+  endResetModel();
+}
+
+void ListModel::SetRows(std::span<const std::uint32_t> rows) {
+  beginResetModel();
+  std::vector<std::uint32_t>(rows.begin(), rows.end()).swap(rows_);
+  const auto last = std::max_element(rows_.begin(), rows_.end());
+  shown_.assign(last == rows_.end() ? 0 : *last + 1, false);
+  for (const std::uint32_t record : rows_) shown_[record] = true;
   endResetModel();
 }
 

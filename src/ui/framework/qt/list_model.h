@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "ui/framework/font.h"
@@ -31,6 +32,7 @@ class ListModel : public QAbstractTableModel {
 
   const std::vector<std::uint32_t>& rows() const { return rows_; }
   void Reserve(std::size_t rows) { rows_.reserve(rows); }
+  void SetRows(std::span<const std::uint32_t> rows);
   int Append(std::size_t record);
   void Remove(int row);
   void Clear();

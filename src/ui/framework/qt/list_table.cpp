@@ -1,11 +1,14 @@
 #include "ui/framework/qt/list_table.h"
 
+#include <QContextMenuEvent>
+#include <QGestureEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QTapAndHoldGesture>
 #include <algorithm>
 #include <utility>
 
@@ -90,6 +93,8 @@ ListTable::ListTable(ListView& list, QWidget* parent) : QTableView(parent), list
   setWordWrap(false);
   setMouseTracking(true);
   setFrameShape(NoFrame);
+  grabGesture(Qt::TapAndHoldGesture);
+  viewport()->grabGesture(Qt::TapAndHoldGesture);
   setIconSize({16, 16});
   setVerticalScrollMode(ScrollPerPixel);
   setHorizontalScrollMode(ScrollPerPixel);
@@ -126,6 +131,7 @@ void ListTable::keyPressEvent(QKeyEvent* event) {
       Notify(list_, NotifyCode::kDeleteKey, currentIndex());
       return;
     case Qt::Key_Space:
+      if (search_.IsUnderWay() && Find(event->text())) return;
       QTableView::keyPressEvent(event);
       if (currentIndex().isValid()) Notify(list_, NotifyCode::kClick, currentIndex());
       return;
@@ -139,6 +145,44 @@ void ListTable::keyPressEvent(QKeyEvent* event) {
       break;
   }
   QTableView::keyPressEvent(event);
+}
+
+// A header that was clicked says by which column the user goes through the list.
+bool ListTable::Find(const QString& letters) {
+  const bool sorted = horizontalHeader()->isSortIndicatorShown();
+  const int column = sorted ? horizontalHeader()->sortIndicatorSection() : search_column_;
+  const int row = search_.Find(*model(), column, currentIndex().row(), letters);
+  if (row < 0) return false;
+  selectionModel()->setCurrentIndex(model()->index(row, 0),
+                                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  scrollTo(model()->index(row, 0));
+  return true;
+}
+
+void ListTable::keyboardSearch(const QString& letters) { Find(letters); }
+
+// A pen held down asks for the menu as the right button does.
+bool ListTable::event(QEvent* event) {
+  if (event->type() != QEvent::Gesture) return QTableView::event(event);
+  QGesture* gesture = static_cast<QGestureEvent*>(event)->gesture(Qt::TapAndHoldGesture);
+  if (gesture == nullptr) return QTableView::event(event);
+  if (gesture->state() == Qt::GestureFinished) {
+    AskForMenu(static_cast<QTapAndHoldGesture*>(gesture)->position().toPoint());
+  }
+  return true;
+}
+
+// The key's menu opens at the row that it is about.
+void ListTable::contextMenuEvent(QContextMenuEvent* event) {
+  event->accept();
+  if (event->reason() != QContextMenuEvent::Keyboard) return AskForMenu(event->globalPos());
+  const QRect row = visualRect(currentIndex()) & viewport()->rect();
+  AskForMenu(viewport()->mapToGlobal(currentIndex().isValid() ? row.center() : viewport()->rect().center()));
+}
+
+void ListTable::AskForMenu(const QPoint& place) {
+  menu_place_ = place;
+  Notify(list_, NotifyCode::kContextMenu, indexAt(viewport()->mapFromGlobal(place)));
 }
 
 void ListTable::mousePressEvent(QMouseEvent* event) {
@@ -170,6 +214,11 @@ void ListTable::SetHotRow(int row) {
 
 void ListTable::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
+  if (hasFocus() && !currentIndex().isValid()) {
+    QPainter frame(viewport());
+    frame.setPen(palette().color(QPalette::Highlight));
+    frame.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
+  }
   if (empty_text_.isEmpty() || model()->rowCount() > 0) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));

@@ -2,6 +2,8 @@
 
 #include <QTableView>
 
+#include "ui/framework/qt/list_search.h"
+
 namespace celldesk {
 
 class ListView;
@@ -15,10 +17,18 @@ class ListTable : public QTableView {
   void SetEmptyText(const QString& text);
   const QString& empty_text() const { return empty_text_; }
   int hot_row() const { return hot_row_; }
+  /// Where typed letters are looked for until a click on a header says which column counts.
+  void set_search_column(int column) { search_column_ = column; }
+  /// The place on the screen where the menu of the last request belongs.
+  QPoint menu_place() const { return menu_place_; }
+  /// Selects the next row that begins with what was typed.
+  void keyboardSearch(const QString& letters) override;
   /// Wide enough for every column, as far as a small screen allows.
   QSize sizeHint() const override;
 
  protected:
+  bool event(QEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -30,10 +40,15 @@ class ListTable : public QTableView {
 
  private:
   void SetHotRow(int row);
+  bool Find(const QString& letters);
+  void AskForMenu(const QPoint& place);
 
   ListView& list_;
   QString empty_text_;
   int hot_row_ = -1;
+  int search_column_ = 0;
+  ListSearch search_;
+  QPoint menu_place_;
 };
 
 }  // namespace celldesk

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "ui/framework/font.h"
 #include "ui/framework/window.h"
@@ -91,6 +92,8 @@ Window* WindowOf(const QWidget* widget);
 void SetWindowOf(QWidget* widget, Window* window);
 /// The widget of a window, or null.
 QWidget* WidgetOf(const Window* window);
+/// Shows these commands of a menu bar as a pop-up at a place on the screen; 0 is a separator.
+void PopUpCommands(const CommandSurface& surface, std::span<const int> commands, const QPoint& place);
 /// The font of a role; `base` for kNormal.
 QFont FontOf(const FontSet* fonts, FontRole role, const QFont& base);
 

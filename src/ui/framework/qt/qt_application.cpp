@@ -21,6 +21,10 @@ Application* the_application = nullptr;
 constexpr int kHelpKey = -1;
 constexpr QEvent::Type kIdleEvent = QEvent::User;
 
+// Letters that follow each other so soon, in milliseconds, belong together: a pen on a small keyboard is
+// slow.
+constexpr int kTypingInterval = 1000;
+
 // While lines keep coming the window still gets its share of time this often.
 constexpr qint64 kPumpInterval = 20;
 
@@ -30,6 +34,9 @@ constexpr qint64 kPumpInterval = 20;
 struct NativeApplication : public QObject {
   NativeApplication(int& argument_count, char** arguments) : toolkit(argument_count, arguments) {
     toolkit.installEventFilter(this);
+    // The desktop knows the window by the name of its entry, and shows its icon.
+    QGuiApplication::setDesktopFileName(QStringLiteral("celldesk"));
+    QApplication::setKeyboardInputInterval(kTypingInterval);
     pump_clock.start();
   }
 

@@ -19,10 +19,12 @@
 #include "ui/framework/qt/native.h"
 #include "ui/framework/qt/qt_icons.h"
 #include "ui/framework/qt/qt_text.h"
+#include "ui/resources/resources.h"
 
 namespace celldesk {
 namespace {
 
+constexpr int kBarName = 371;
 constexpr int kTouchTarget = 32;
 constexpr int kFirstCommand = 2000;  // numbers below are controls
 constexpr int kListCharacters = 14;
@@ -125,6 +127,7 @@ CommandSurface::CommandSurface(Window& owner) : owner_(owner), native_(std::make
   native_->menu_bar->setStyle(style);
   native_->tool_bar = new QToolBar(native_->menu_bar);
   native_->tool_bar->setIconSize({24, 24});
+  native_->tool_bar->setAccessibleName(ToQt(LoadString(kBarName)));
   native_->menu_bar->setCornerWidget(native_->tool_bar, Qt::TopRightCorner);
   if (main_window == nullptr && widget->layout() != nullptr) widget->layout()->setMenuBar(native_->menu_bar);
 }
@@ -219,6 +222,23 @@ MenuState CommandSurface::QueryState() const {
     item.value()->setChecked(state.IsChecked(item.key()));
   }
   return state;
+}
+
+// The items are the menu bar's own: same text, same state, same command.
+void PopUpCommands(const CommandSurface& surface, std::span<const int> commands, const QPoint& place) {
+  surface.QueryState();
+  const NativeSurface& native = *surface.native();
+  auto* menu = new QMenu(native.menu_bar);
+  menu->setObjectName(QStringLiteral("context_menu"));
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  for (const int command : commands) {
+    if (command == 0) {
+      menu->addSeparator();
+    } else if (QAction* action = native.menu_actions.value(command)) {
+      menu->addAction(action);
+    }
+  }
+  menu->popup(place);
 }
 
 }  // namespace celldesk

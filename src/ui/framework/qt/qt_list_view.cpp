@@ -9,6 +9,7 @@
 #include "ui/framework/qt/native.h"
 #include "ui/framework/qt/qt_icons.h"
 #include "ui/framework/qt/qt_text.h"
+#include "ui/framework/row_order.h"
 #include "ui/framework/token_list.h"
 #include "ui/resources/resources.h"
 
@@ -24,6 +25,7 @@ ListView::ListView(Window& owner, int id) : owner_(owner), id_(id), native_(std:
   native_->model = new ListModel(*this, native_->table);
   native_->table->setModel(native_->model);
   native_->table->setObjectName(QStringLiteral("list_%1").arg(id));
+  SetName(owner.Title());
   if (place != nullptr && place->layout() != nullptr) place->layout()->addWidget(native_->table);
   if (place != nullptr) place->setFocusProxy(native_->table);
   QObject::connect(native_->table->horizontalHeader(), &QHeaderView::sectionClicked, native_->table,
@@ -69,6 +71,16 @@ void ListView::SetImages(const std::vector<std::string_view>& icons, int column)
 void ListView::SetFonts(const FontSet& fonts) { native_->model->SetFonts(&fonts); }
 void ListView::SetEmptyText(std::u16string_view text) { native_->table->SetEmptyText(ToQt(text)); }
 
+void ListView::SetName(std::u16string_view name) {
+  native_->table->setAccessibleName(ToQt(name).remove(u':'));
+}
+
+void ListView::SetSearchColumn(int column) { native_->table->set_search_column(column); }
+
+void ListView::ShowContextMenu(const CommandSurface& surface, std::span<const int> commands) {
+  PopUpCommands(surface, commands, native_->table->menu_place());
+}
+
 void ListView::SetChoiceStyle() {
   native_->table->horizontalHeader()->hide();
   native_->table->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -84,6 +96,7 @@ void ListView::SetAssignmentStyle(bool on) {
 
 int ListView::RowCount() const { return native_->model->rowCount({}); }
 void ListView::Reserve(std::size_t rows) { native_->model->Reserve(rows); }
+void ListView::SetRows(std::span<const std::uint32_t> records) { native_->model->SetRows(records); }
 int ListView::AddRow(std::size_t record) { return native_->model->Append(record); }
 
 void ListView::RemoveRow(int row) {
@@ -177,14 +190,6 @@ void ListView::OnHeaderClick(int column) {
   Sort();
 }
 
-void ListView::Sort() {
-  std::vector<std::uint32_t> rows = native_->model->rows();
-  const int direction = descending_ ? -1 : 1;
-  std::stable_sort(rows.begin(), rows.end(), [&](std::uint32_t left, std::uint32_t right) {
-    const int order = direction * owner_.Compare(left, right);
-    return order != 0 ? order < 0 : !owner_.SortsLast(left) && owner_.SortsLast(right);
-  });
-  native_->model->Reorder(std::move(rows));
-}
+void ListView::Sort() { native_->model->Reorder(RowsInOrder(owner_, native_->model->rows(), descending_)); }
 
 }  // namespace celldesk

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <utility>
@@ -94,6 +95,9 @@ int ShowMessageBoxOver(QWidget* owner, BoxQuestion question) {
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQt(question.text).replace(u'\r', u'\n'));
   box.setIcon(IconFor(question.icon));
+  if (auto* icon = box.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"))) {
+    icon->setAccessibleName(box.windowTitle());
+  }
   AddButtons(box, question);
   const NormalCursor cursor;
   return AnswerFor(box.exec());

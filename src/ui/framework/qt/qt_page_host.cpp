@@ -12,9 +12,12 @@
 #include "ui/framework/qt/qt_icons.h"
 #include "ui/framework/qt/qt_text.h"
 #include "ui/framework/window.h"
+#include "ui/resources/resources.h"
 
 namespace celldesk {
 namespace {
+
+constexpr int kPagesName = 372;
 
 QWidget* PlaceFor(Window& owner, int id) {
   auto* dialog = dynamic_cast<Dialog*>(&owner);
@@ -45,12 +48,14 @@ PageHost::PageHost(Window& owner, int id, PageHostStyle style)
   if (style.icon_list) {
     native_->icons = new QListWidget(place);
     native_->icons->setMaximumWidth(120);
+    native_->icons->setAccessibleName(ToQt(LoadString(kPagesName)));
     native_->icons->setObjectName(QStringLiteral("pages_%1").arg(id));
     FillPlace<QHBoxLayout>(place, native_->icons, native_->stack);
     QObject::connect(native_->icons, &QListWidget::currentRowChanged, place,
                      [this](int row) { OnTabClicked(row); });
   } else {
     native_->tabs = new QTabBar(place);
+    native_->tabs->setAccessibleName(ToQt(LoadString(kPagesName)));
     native_->tabs->setDocumentMode(true);
     native_->tabs->setExpanding(false);
     native_->tabs->setIconSize({16, 16});
