@@ -17,7 +17,8 @@ std::uint32_t FlagsFor(const SmsMessage& message) {
 void SmsListing::TakeLine(ResponseLine& line) {
   if (StartsWith(line, u"+CMGL:")) {
     OpenRecord(line);
-  } else if (open_ != kNone) {
+  } else if (open_ != kNone && !line.text().empty()) {
+    // Where a read ends between the two carriage returns of a doubled line end, an empty line comes first.
     TakePdu(line.text());
   }
 }

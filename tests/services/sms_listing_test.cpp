@@ -226,6 +226,18 @@ TEST(SmsService, SkipsNoiseBetweenRecordsButTakesAnyLineForAPdu) {
   EXPECT_EQ(session.list.rows, (std::vector<int>{0, 1}));
 }
 
+// A doubled line end that two reads cut between its carriage returns begins an empty line.
+TEST(SmsService, TakesNoEmptyLineForAPdu) {
+  const std::string header = "<< \\r\\r\\n+CMGL: 1,1,,23\\r\n<< \\r\\n";
+  ListSession session("\"SM\"",
+                      Select("SM") + List(header + kDeliverPdu + "\\r\\r\\n\\r\\r\\nOK\\r\\r\\n\n"));
+  session.phone.set_chunk_size(1);
+  EXPECT_EQ(session.service.ListAll(&session.list), S_OK);
+  ASSERT_EQ(session.count(), 1);
+  EXPECT_EQ(session.At(0).pdu_text, std::u16string(kDeliverPdu, kDeliverPdu + 62));
+  EXPECT_EQ(session.list.rows, (std::vector<int>{0}));
+}
+
 TEST(SmsService, KeepsAMessageThatDoesNotDecode) {
   ListSession session("\"SM\"", Select("SM") + List("< +CMGL: 1,0,,1\n< 03\n< OK\n"));
   EXPECT_EQ(session.service.ListAll(&session.list), S_OK);
