@@ -53,6 +53,11 @@ TEST_F(AddressBookFile, WritesTheIdThatAnEntryHas) {
   EXPECT_EQ(Written(), "AddrArchive10;SM;1;2;\r\n77;A;1;\r\n");
 }
 
+TEST_F(AddressBookFile, NamesTheMemoryOfTheBook) {
+  book_ = LoadedBook(2, u"ME");
+  EXPECT_EQ(Written(), "AddrArchive10;ME;1;2;\r\n");
+}
+
 TEST_F(AddressBookFile, EscapesTheSpecialCharactersOfAName) {
   book_ = LoadedBook(1);
   Fill(book_, 0, u"A#B;C", u"1");
@@ -132,6 +137,19 @@ TEST_F(AddressBookFile, MarksWhatItPutsIntoFreeSlotsForTheNextUpload) {
   book_ = LoadedBook(3);
   EXPECT_EQ(Read("AddrArchive10;SM;1;3;\r\n2;A;1;\r\n"), S_OK);
   EXPECT_EQ(Flags(book_), (std::vector<std::uint32_t>{0, 3, 0}));
+}
+
+TEST_F(AddressBookFile, TheFirstFreeSlotMayBeTheFirstSlot) {
+  book_ = LoadedBook(3);
+  EXPECT_EQ(Read("AddrArchive10;SM;1;3;\r\n2;A;1;\r\n0;B;2;\r\n0;C;3;\r\n"), S_OK);
+  EXPECT_EQ(Names(book_), (Texts{u"B", u"A", u"C"}));
+}
+
+TEST_F(AddressBookFile, KeepsTheOtherFlagsOfAFreeSlot) {
+  book_ = LoadedBook(1);
+  book_.At(0).flags = AddressEntry::kAssigned;
+  EXPECT_EQ(Read("AddrArchive10;SM;1;1;\r\n1;A;1;\r\n"), S_OK);
+  EXPECT_EQ(Flags(book_), (std::vector<std::uint32_t>{7}));
 }
 
 TEST_F(AddressBookFile, FillsFreeSlotsForIdsThatNoBookCanHave) {

@@ -64,6 +64,24 @@ TEST(RecordWriter, AFieldThatFindsNoMemoryEndsTheFileBeforeIt) {
   EXPECT_EQ(files.files[u"a.adr"], "one;");
 }
 
+TEST(RecordWriter, AFieldWhoseEscapesFindNoMemoryIsNotWrittenInPart) {
+  FakeFileSystem files;
+  files.files[u"a.adr"].reserve(RecordWriter::kBlock);
+  RecordWriter writer(files);
+  EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
+  EXPECT_EQ(writer.Field(std::u16string(5000, u'x')).EndRecord(), S_OK);
+  const std::u16string special(100, u';');
+  Status status = S_OK;
+  {
+    AllocationGate gate;
+    gate.Refuse();
+    status = writer.Field(u"one").Field(special).EndRecord();
+  }
+  EXPECT_EQ(status, E_OUTOFMEMORY);
+  EXPECT_EQ(writer.Close(), E_OUTOFMEMORY);
+  EXPECT_EQ(files.files[u"a.adr"], std::string(5000, 'x') + ";\r\none;");
+}
+
 TEST(RecordWriter, TheCloseReportsThatTheLastRecordsWereNotWritten) {
   FakeFileSystem files;
   files.write_error = kErrorDiskFull;

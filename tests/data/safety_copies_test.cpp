@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "support/fake_file_system.h"
 
 namespace celldesk {
@@ -78,6 +80,59 @@ TEST_F(SafetyCopiesTest, KeepsTheNewestTwenty) {
   EXPECT_THAT(names, SizeIs(20));
   EXPECT_EQ(names.front(), u"2026-11-21 14.05.05.120 Address-SIM.adr");
   EXPECT_EQ(names.back(), u"2026-11-21 14.24.05.120 Address-SIM.adr");
+}
+
+TEST_F(SafetyCopiesTest, KeepsTheNewestTwentyOfBooksAndFoldersTogether) {
+  for (int minute = 0; minute < 15; ++minute) {
+    const std::string content = std::to_string(minute);
+    const CopySource sources[] = {Source(u"Address-SIM.adr", content), Source(u"Inbox.sms", content)};
+    EXPECT_EQ(copies_.Save(sources, AtMinute(minute)), S_OK);
+  }
+  const auto names = files_.Names(u"/copies");
+  EXPECT_THAT(names, SizeIs(20));
+  EXPECT_EQ(names.front(), u"2026-11-21 14.05.05.120 Address-SIM.adr");
+  EXPECT_EQ(names[1], u"2026-11-21 14.05.05.120 Inbox.sms");
+}
+
+/// A folder lists its files in any order.
+struct BackwardFiles : FakeFileSystem {
+  std::vector<std::u16string> Names(std::u16string_view folder) override {
+    auto names = FakeFileSystem::Names(folder);
+    std::reverse(names.begin(), names.end());
+    return names;
+  }
+};
+
+TEST_F(SafetyCopiesTest, TheOrderOfTheFolderIsNoMatter) {
+  BackwardFiles files;
+  SafetyCopies copies(files, u"/copies");
+  for (int minute = 0; minute < 25; ++minute) {
+    const CopySource source{u"Address-SIM.adr", [&files, minute](std::u16string_view path) {
+                              files.files[std::u16string(path)] = std::to_string(minute);
+                              return S_OK;
+                            }};
+    EXPECT_EQ(copies.Save({&source, 1}, AtMinute(minute)), S_OK);
+    EXPECT_EQ(copies.Save({&source, 1}, AtMinute(minute + 1)), S_OK) << "the newest is the same";
+  }
+  const auto names = files.Names(u"/copies");
+  EXPECT_THAT(names, SizeIs(20));
+  EXPECT_EQ(names.back(), u"2026-11-21 14.05.05.120 Address-SIM.adr");
+}
+
+TEST_F(SafetyCopiesTest, ACopyThatCannotBeReadIsNotTheSame) {
+  struct NoReading : FakeFileSystem {
+    std::unique_ptr<MappedFile> Map(std::u16string_view, SystemError& error) override {
+      error = kErrorAccessDenied;
+      return nullptr;
+    }
+  } files;
+  SafetyCopies copies(files, u"/copies");
+  const CopySource source{u"Address-SIM.adr", [&files](std::u16string_view path) {
+                            files.files[std::u16string(path)] = "book";
+                            return S_OK;
+                          }};
+  for (int minute = 0; minute < 2; ++minute) EXPECT_EQ(copies.Save({&source, 1}, AtMinute(minute)), S_OK);
+  EXPECT_THAT(files.Names(u"/copies"), SizeIs(2));
 }
 
 TEST_F(SafetyCopiesTest, LeavesOtherFilesOfTheFolderAlone) {

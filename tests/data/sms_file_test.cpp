@@ -202,6 +202,23 @@ TEST_F(SmsFile, KeepsAMessageThatDoesNotDecode) {
   EXPECT_EQ(store_.At(0).text, u"the text");
 }
 
+TEST_F(SmsFile, TakesNoSettingsForAStoredMessageThatDoesNotDecode) {
+  settings_ = {true, true, 173};
+  EXPECT_EQ(ReadLines("+420601123456;the text;1;2;03;\r\n"), S_OK);
+  ASSERT_EQ(store_.count(), 1);
+  EXPECT_NE(store_.At(0).type(), SmsType::kSubmit);
+  EXPECT_EQ(store_.At(0).submit.relative_validity, 0);
+  EXPECT_EQ(store_.At(0).text, u"the text");
+}
+
+TEST_F(SmsFile, WritesTheSentenceOfAReportWhateverTheTextOfItsLine) {
+  EXPECT_EQ(ReadLines("+1;other text;25;1;0006D60B911326880736F4111011719551401110117195714000;\r\n"), S_OK);
+  ASSERT_EQ(store_.count(), 1);
+  EXPECT_EQ(store_.At(0).type(), SmsType::kStatusReport);
+  store_.At(0).text = u"other text";
+  EXPECT_NE(Written().find(";Message delivery SUCCESS, status("), std::string::npos);
+}
+
 TEST_F(SmsFile, KeepsRecipientAndTextOfAMessageThatWasNotEncodedYet) {
   settings_ = {true, false, 173};
   for (const char* status : {"2", "3"}) {

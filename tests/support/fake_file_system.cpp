@@ -36,7 +36,7 @@ class FakeOutputFile : public OutputFile {
   SystemError Write(std::span<const std::uint8_t> bytes) override {
     if (++system_.writes > system_.allowed_writes && system_.write_error != kErrorSuccess)
       return system_.write_error;
-    content_.append(bytes.begin(), bytes.end());
+    content_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     return kErrorSuccess;
   }
   SystemError Close() override { return system_.close_error; }

@@ -80,6 +80,7 @@ TEST(AfterLine, NeedsAClosedFieldBeforeTheLineEnd) {
   EXPECT_EQ(AfterLine(Bytes("a;b;\r\nc;"), 0), 6U);
   EXPECT_EQ(AfterLine(Bytes("a;b;\r\nc;"), 4), 6U);
   EXPECT_EQ(AfterLine(Bytes("a;b\r\nc;\r\nd;"), 0), 9U);
+  EXPECT_EQ(AfterLine(Bytes("a\r\nb;\r\nc;"), 1), 7U);
   EXPECT_EQ(AfterLine(Bytes("a#;\r\nb;\r\nc;"), 0), 9U);
   EXPECT_EQ(AfterLine(Bytes("a;b;"), 0), 4U);
   EXPECT_EQ(AfterLine(Bytes(""), 0), 0U);
