@@ -1,5 +1,7 @@
 #include <QCoreApplication>
+#include <algorithm>
 #include <cstdio>
+#include <span>
 #include <vector>
 
 #include "benchmarks.h"
@@ -55,9 +57,11 @@ class Folder : public Dialog {
 
   ListView& list() { return List(kListId); }
   void Fill() {
-    list().Clear();
-    list().Reserve(records_.size());
-    for (std::size_t record = 0; record < records_.size(); ++record) AddItem(record);
+    std::vector<std::uint32_t> rows;
+    for (std::uint32_t record = 0; record < records_.size(); ++record) {
+      if (BelongsTo(SmsFolder::kInbox, records_[record])) rows.push_back(record);
+    }
+    list().SetRows(rows);
   }
 
   /// At once; UpdateNow leaves a painting out when the last one was just before.
@@ -78,6 +82,12 @@ class Folder : public Dialog {
   }
   bool SortsLast(std::size_t record) override {
     return columns_.SortsLast(records_[record], list().sort_column());
+  }
+  std::vector<std::uint64_t> SortKeys(std::span<const std::uint32_t> records, bool descending) override {
+    std::vector<const SmsMessage*> messages(records.size());
+    std::transform(records.begin(), records.end(), messages.begin(),
+                   [this](std::uint32_t record) { return &records_[record]; });
+    return columns_.SortKeys(messages, list().sort_column(), true, descending);
   }
   std::u16string_view ColumnText(std::size_t record, int column, std::u16string& buffer) override {
     return columns_.Text(records_[record], column, true, buffer);

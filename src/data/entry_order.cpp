@@ -1,9 +1,13 @@
 #include "data/entry_order.h"
 
+#include <algorithm>
+
 #include "util/number_text.h"
 
 namespace celldesk {
 namespace {
+
+constexpr std::uint32_t kSignBit = 0x80000000;  // turned over, negative numbers stand below the others
 
 int CompareAscending(const AddressEntry& left, const AddressEntry& right, AddressColumn column,
                      const Locale& locale) {
@@ -20,6 +24,21 @@ int CompareEntries(const AddressEntry& left, const AddressEntry& right, AddressC
                    const Locale& locale) {
   const int order = CompareAscending(left, right, column, locale);
   return descending ? -order : order;
+}
+
+std::vector<std::uint32_t> EntryPlaces(std::span<const AddressEntry* const> entries, AddressColumn column,
+                                       const Locale& locale) {
+  if (column != AddressColumn::kId) {
+    const auto text = column == AddressColumn::kName ? &AddressEntry::name : &AddressEntry::number;
+    return locale.Ranks(entries.size(), [&](std::size_t i, std::u16string&) -> std::u16string_view {
+      return entries[i]->*text;
+    });
+  }
+  std::vector<std::uint32_t> places(entries.size());
+  std::transform(entries.begin(), entries.end(), places.begin(), [](const AddressEntry* entry) {
+    return static_cast<std::uint32_t>(ParseDecimal(entry->id)) ^ kSignBit;
+  });
+  return places;
 }
 
 }  // namespace celldesk

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <span>
+#include <vector>
+
 #include "data/address_entry.h"
 #include "platform/locale.h"
 
@@ -12,5 +16,10 @@ enum class AddressColumn { kId, kName, kNumber };
 /// texts by the user's collation. A descending order negates the result.
 int CompareEntries(const AddressEntry& left, const AddressEntry& right, AddressColumn column, bool descending,
                    const Locale& locale);
+
+/// For each entry a 32-bit number; their order is the ascending order of the entries, equal numbers are equal
+/// entries.
+std::vector<std::uint32_t> EntryPlaces(std::span<const AddressEntry* const> entries, AddressColumn column,
+                                       const Locale& locale);
 
 }  // namespace celldesk

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "data/address_book.h"
@@ -45,6 +46,7 @@ class AddressBookView : public FolderView, public PhonebookObserver {
   MessageResult OnNotify(int control_id, const Notification& notification) override;
   void OnInitMenuPopup(MenuState& menu, int index) override;
   int Compare(std::size_t record1, std::size_t record2) override;
+  std::vector<std::uint64_t> SortKeys(std::span<const std::uint32_t> records, bool descending) override;
   int AddItem(std::size_t record) override;
   bool IsCommandDisabled(int command, std::size_t selection_count) override;
   std::u16string_view ColumnText(std::size_t record, int column, std::u16string& buffer) override;

@@ -23,6 +23,7 @@ class AddressChooser : public Dialog {
   MessageResult OnNotify(int control_id, const Notification& notification) override;
   bool UpdateData(bool save) override;
   int Compare(std::size_t record1, std::size_t record2) override;
+  std::vector<std::uint64_t> SortKeys(std::span<const std::uint32_t> records, bool descending) override;
   std::u16string_view ColumnText(std::size_t record, int column, std::u16string& buffer) override;
 
  private:

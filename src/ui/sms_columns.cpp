@@ -10,7 +10,6 @@ namespace celldesk {
 namespace {
 
 constexpr int kTimeHeader = 1;
-constexpr int kUnorderedHeader = 3;  // the Outbox's body
 
 // Times are compared in steps of 2^20 file time units, about a tenth of a second.
 constexpr int kTimeShift = 20;
@@ -80,7 +79,7 @@ std::u16string SmsColumns::Date(const SmsMessage& message) const {
 int SmsColumns::Compare(const SmsMessage& left, const SmsMessage& right, int header, bool names) const {
   const bool inbox = folder_ == SmsFolder::kInbox;
   if (header == kTimeHeader) return inbox ? CompareTimes(left, right) : CompareValidities(left, right);
-  if (header == kUnorderedHeader && !inbox) return 0;
+  if (!IsOrdered(header)) return 0;
   std::u16string left_buffer, right_buffer;
   return locale_.Compare(Text(left, header, names, left_buffer), Text(right, header, names, right_buffer));
 }
@@ -93,6 +92,9 @@ bool SmsColumns::SortsLast(const SmsMessage& message, int header) const {
   const DateTime* time = TimeOf(message);
   return time == nullptr || time->ToFileTime() == 0;
 }
+
+// The Outbox's bodies have no order.
+bool SmsColumns::IsOrdered(int header) const { return folder_ == SmsFolder::kInbox || header != kOutboxBody; }
 
 const DateTime* SmsColumns::TimeOf(const SmsMessage& message) const {
   return folder_ == SmsFolder::kInbox ? message.Timestamp() : &message.submit.absolute_validity;
@@ -110,6 +112,41 @@ int SmsColumns::CompareValidities(const SmsMessage& left, const SmsMessage& righ
     return Order(left.submit.relative_validity, right.submit.relative_validity);
   }
   return format == ValidityFormat::kAbsolute ? CompareTimes(left, right) : 0;
+}
+
+SortKey SmsColumns::TimeKey(const SmsMessage& message) const {
+  const DateTime* time = TimeOf(message);
+  const FileTime count = time == nullptr ? 0 : time->ToFileTime();
+  return {.value = count >> kTimeShift, .last = count == 0};
+}
+
+SortKey SmsColumns::ValidityKey(const SmsMessage& message) const {
+  const ValidityFormat format = ValidityFormatOf(message.first_octet);
+  SortKey key;
+  if (format == ValidityFormat::kAbsolute) key = TimeKey(message);
+  if (format == ValidityFormat::kRelative) key.value = message.submit.relative_validity;
+  key.group = static_cast<std::uint64_t>(format);
+  return key;
+}
+
+std::vector<std::uint64_t> SmsColumns::SortKeys(std::span<const SmsMessage* const> messages, int header,
+                                                bool names, bool descending) const {
+  std::vector<std::uint32_t> ranks(messages.size());
+  if (header != kTimeHeader && IsOrdered(header)) {
+    ranks = locale_.Ranks(messages.size(), [&](std::size_t i, std::u16string& buffer) {
+      return messages[i] == nullptr ? std::u16string_view() : Text(*messages[i], header, names, buffer);
+    });
+  }
+  std::vector<std::uint64_t> keys(messages.size(), SortKey::kNone);
+  for (std::size_t i = 0; i < messages.size(); ++i) {
+    if (messages[i] == nullptr) continue;
+    SortKey key{.value = ranks[i]};
+    if (header == kTimeHeader) {
+      key = folder_ == SmsFolder::kInbox ? TimeKey(*messages[i]) : ValidityKey(*messages[i]);
+    }
+    keys[i] = key.Packed(descending);
+  }
+  return keys;
 }
 
 }  // namespace celldesk

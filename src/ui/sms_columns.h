@@ -1,11 +1,15 @@
 #pragma once
 
+#include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "pdu/sms_message.h"
 #include "ui/address_books.h"
 #include "ui/framework/font.h"
+#include "ui/framework/sort_key.h"
 
 namespace celldesk {
 
@@ -42,6 +46,9 @@ class SmsColumns {
   int Compare(const SmsMessage& left, const SmsMessage& right, int header, bool names) const;
   /// True for a message whose place in the order of `header` is not said by Compare: its time is not valid.
   bool SortsLast(const SmsMessage& message, int header) const;
+  /// A packed SortKey for each message, in the order of Compare and SortsLast; a null one comes last.
+  std::vector<std::uint64_t> SortKeys(std::span<const SmsMessage* const> messages, int header, bool names,
+                                      bool descending) const;
 
  private:
   std::u16string Number(const SmsMessage& message, bool names) const;
@@ -49,6 +56,9 @@ class SmsColumns {
   const DateTime* TimeOf(const SmsMessage& message) const;
   int CompareTimes(const SmsMessage& left, const SmsMessage& right) const;
   int CompareValidities(const SmsMessage& left, const SmsMessage& right) const;
+  bool IsOrdered(int header) const;
+  SortKey TimeKey(const SmsMessage& message) const;
+  SortKey ValidityKey(const SmsMessage& message) const;
 
   SmsFolder folder_;
   const AddressBooks& books_;

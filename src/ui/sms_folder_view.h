@@ -41,6 +41,7 @@ class SmsFolderView : public FolderView, public RowObserver {
   void OnShowPage() override;
   int Compare(std::size_t record1, std::size_t record2) override;
   bool SortsLast(std::size_t record) override;
+  std::vector<std::uint64_t> SortKeys(std::span<const std::uint32_t> records, bool descending) override;
   int AddItem(std::size_t record) override;
   bool IsCommandDisabled(int command, std::size_t selection_count) override;
   bool IsButtonDisabled(int command, std::size_t selection_count) override;

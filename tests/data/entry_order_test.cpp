@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <vector>
+
 #include "support/fake_locale.h"
 
 namespace celldesk {
@@ -54,6 +57,43 @@ TEST(CompareEntries, ComparesNamesAndNumbersAsTheUserSorts) {
   EXPECT_GT(CompareEntries(anna, bob, AddressColumn::kName, true, locale), 0);
   EXPECT_GT(CompareEntries(anna, bob, AddressColumn::kNumber, false, locale), 0);
   EXPECT_EQ(CompareEntries(anna, anna, AddressColumn::kNumber, true, locale), 0);
+}
+
+// Ids as phones and files have them: equal ones, negative ones, none, no number, more than 32 bits.
+std::vector<AddressEntry> RandomEntries(std::size_t count) {
+  std::mt19937 random(11);
+  const std::vector<std::u16string> ids = {u"",  u"0",          u"7",           u"007",        u"-3",
+                                           u"x", u"2147483647", u"-2147483648", u"99999999999"};
+  const std::vector<std::u16string> texts = {u"", u"Anna", u"anna", u"ANNA", u"Bert", u"+49", u"112", u" "};
+  std::vector<AddressEntry> entries;
+  for (std::size_t i = 0; i < count; ++i) {
+    entries.push_back(
+        Entry(ids[random() % ids.size()], texts[random() % texts.size()], texts[random() % texts.size()]));
+  }
+  return entries;
+}
+
+TEST(EntryPlaces, AreTheOrderOfCompareEntries) {
+  const CaselessLocale locale;
+  const std::vector<AddressEntry> entries = RandomEntries(80);
+  std::vector<const AddressEntry*> pointers;
+  for (const AddressEntry& entry : entries) pointers.push_back(&entry);
+  for (const AddressColumn column : {AddressColumn::kId, AddressColumn::kName, AddressColumn::kNumber}) {
+    const std::vector<std::uint32_t> places = EntryPlaces(pointers, column, locale);
+    ASSERT_EQ(places.size(), entries.size());
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      for (std::size_t k = 0; k < entries.size(); ++k) {
+        const int order = CompareEntries(entries[i], entries[k], column, false, locale);
+        ASSERT_EQ(places[i] < places[k], order < 0) << i << " and " << k;
+        ASSERT_EQ(places[i] == places[k], order == 0) << i << " and " << k;
+      }
+    }
+  }
+}
+
+TEST(EntryPlaces, NoEntriesHaveNone) {
+  EXPECT_TRUE(EntryPlaces({}, AddressColumn::kName, CaselessLocale()).empty());
+  EXPECT_TRUE(EntryPlaces({}, AddressColumn::kId, CaselessLocale()).empty());
 }
 
 }  // namespace

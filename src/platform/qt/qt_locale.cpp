@@ -5,6 +5,8 @@
 #include <QLocale>
 #include <algorithm>
 
+#include "platform/text_ranks.h"
+
 namespace celldesk {
 namespace {
 
@@ -50,6 +52,9 @@ struct QtLocale::Formats {
         separator(SeparatorOf(source.timeFormat(QLocale::ShortFormat))),
         time_format(WithSeconds(source.timeFormat(QLocale::ShortFormat), separator)) {}
 
+  // The collation of no language compares code units, and its keys are not in that order.
+  bool HasKeys() const { return locale.language() != QLocale::C; }
+
   const QLocale locale;
   const QCollator collator;
   const QString separator;
@@ -77,6 +82,25 @@ std::u16string QtLocale::TimeSeparator() const { return formats_->separator.toSt
 
 int QtLocale::Compare(std::u16string_view left, std::u16string_view right) const {
   return formats_->collator.compare(View(left), View(right));
+}
+
+// An empty text stands before any other, even before one of characters that the collation ignores: their keys
+// are the same.
+std::vector<std::uint32_t> QtLocale::Ranks(std::size_t count, const TextAt& text_at) const {
+  if (!formats_->HasKeys()) return Locale::Ranks(count, text_at);
+  std::vector<QCollatorSortKey> keys;
+  std::vector<bool> is_empty(count);
+  keys.reserve(count);
+  std::u16string buffer;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::u16string_view text = text_at(i, buffer);
+    is_empty[i] = text.empty();
+    keys.push_back(formats_->collator.sortKey(View(text).toString()));
+  }
+  return RanksBy(count, [&](std::size_t left, std::size_t right) {
+    return is_empty[left] || is_empty[right] ? int{is_empty[right]} - int{is_empty[left]}
+                                             : keys[left].compare(keys[right]);
+  });
 }
 
 CalendarTime QtLocale::Now(bool local) const {

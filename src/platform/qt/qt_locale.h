@@ -23,6 +23,8 @@ class QtLocale : public Locale {
   /// What stands between hours and minutes.
   std::u16string TimeSeparator() const override;
   int Compare(std::u16string_view left, std::u16string_view right) const override;
+  /// By one collation key a text, where the collation has keys.
+  std::vector<std::uint32_t> Ranks(std::size_t count, const TextAt& text_at) const override;
   CalendarTime Now(bool local) const override;
 
  private:

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
+#include <string>
 #include <vector>
 
 namespace celldesk {
@@ -69,6 +71,49 @@ TEST(QtLocale, ComparisonIsAnOrder) {
   EXPECT_LT(locale.Compare(u"", u"a"), 0);
   EXPECT_LT(locale.Compare(u"anna", u"Bert"), 0);
   EXPECT_GT(locale.Compare(u"Bert", u"anna"), 0);
+}
+
+/// Short texts of letters that languages order by different rules, blanks, and characters that collations
+/// ignore; many of them equal or empty.
+std::vector<std::u16string> RandomTexts(std::size_t count, std::u16string_view letters) {
+  std::mt19937 random(7);
+  std::vector<std::u16string> texts(count);
+  for (std::u16string& text : texts) {
+    text.resize(random() % 5);
+    for (char16_t& letter : text) letter = letters[random() % letters.size()];
+  }
+  return texts;
+}
+
+TEST(QtLocale, RanksAreTheOrderOfCompare) {
+  constexpr std::u16string_view kLetters =
+      u"aAbchsz\u00E4\u00E9\u010D\u0161\u017E\u0142o\u0308 "
+      u"-'0919\n\u0001\u0300\u03B1\u0416\u4E2D\U0001F600";
+  const std::vector<std::u16string> texts = RandomTexts(250, kLetters);
+  for (const char16_t* name : {u"de_DE", u"cs_CZ", u"pl_PL", u"en_US", u"sv_SE", u"fr_CA", u"ja_JP", u"C"}) {
+    const QtLocale locale(name);
+    const auto ranks = locale.Ranks(
+        texts.size(),
+        [&](std::size_t i, std::u16string& buffer) -> std::u16string_view { return buffer = texts[i]; });
+    ASSERT_EQ(ranks.size(), texts.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      for (std::size_t k = 0; k < texts.size(); ++k) {
+        const int order = locale.Compare(texts[i], texts[k]);
+        ASSERT_EQ(ranks[i] < ranks[k], order < 0) << i << " and " << k;
+        ASSERT_EQ(ranks[i] == ranks[k], order == 0) << i << " and " << k;
+      }
+    }
+  }
+}
+
+TEST(QtLocale, RanksCountFromZeroAndNoTextsHaveNone) {
+  const std::vector<std::u16string> texts = {u"b", u"", u"a", u"b"};
+  const TextAt text_at = [&](std::size_t i, std::u16string&) -> std::u16string_view { return texts[i]; };
+  for (const char16_t* name : {u"de_DE", u"C"}) {
+    const QtLocale locale(name);
+    EXPECT_EQ(locale.Ranks(texts.size(), text_at), (std::vector<std::uint32_t>{2, 0, 1, 2}));
+    EXPECT_TRUE(locale.Ranks(0, text_at).empty());
+  }
 }
 
 TEST(QtLocale, NowIsADateWithItsDayOfWeekAndMovesForward) {

@@ -150,6 +150,20 @@ TEST_F(ListViewTest, KeepsRowsAndRecords) {
   EXPECT_FALSE(list().Shows(4));
 }
 
+TEST_F(ListViewTest, ReplacesAllRowsAtOnce) {
+  Fill({5, 3});
+  list().Select(0, true);
+  list().SetRows(std::vector<std::uint32_t>{9, 0, 4});
+  EXPECT_THAT(Records(), ElementsAre(9, 0, 4));
+  EXPECT_TRUE(list().Shows(0));
+  EXPECT_FALSE(list().Shows(5));
+  EXPECT_EQ(list().SelectedCount(), 0u);
+  EXPECT_EQ(list().AddRow(5), 3);
+  list().SetRows({});
+  EXPECT_EQ(list().RowCount(), 0);
+  EXPECT_FALSE(list().Shows(9));
+}
+
 TEST_F(ListViewTest, SelectsRowsByClick) {
   Fill({5, 3, 9, 1});
   ClickRow(list(), 1);
