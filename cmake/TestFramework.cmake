@@ -1,0 +1,13 @@
+# GoogleTest: installed, or for another machine from its sources, which Debian installs too.
+if(CMAKE_CROSSCOMPILING)
+  set(BUILD_GMOCK ON CACHE BOOL "" FORCE)
+  set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+  foreach(library gtest gtest_main gmock)
+    if(NOT TARGET GTest::${library})
+      add_library(GTest::${library} ALIAS ${library})
+    endif()
+  endforeach()
+else()
+  find_package(GTest REQUIRED)
+endif()
