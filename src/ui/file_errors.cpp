@@ -35,7 +35,7 @@ std::u16string FileErrorText(Status status) {
 }
 
 void TellFileError(Window& owner, Status status, std::u16string_view path) {
-  if (!Failed(status) || status == E_ABORT) return;
+  if (!Failed(status)) return;
   if (status == E_INVALIDARG) return Tell(owner, LoadString(text::kBadFile), BoxIcon::kStop);
   const std::u16string file = path.empty() ? std::u16string() : std::u16string(path) + u'\r';
   const std::u16string text = file + FileErrorText(status);

@@ -13,8 +13,7 @@ class Window;
 std::u16string FileErrorText(Status status);
 
 /// After an import or export of the file at `path`: tells over `owner` what went wrong, a file of another
-/// kind under the program's caption, anything else under "Communication error". Success, and a dialog that
-/// the user cancelled, say nothing.
+/// kind under the program's caption, anything else under "Communication error". Success says nothing.
 void TellFileError(Window& owner, Status status, std::u16string_view path);
 
 }  // namespace celldesk

@@ -29,11 +29,12 @@ class FakeShell : public Shell {
     return works;
   }
   std::u16string ProgramPath() const override { return program_path; }
-  std::u16string DataFolder() const override { return u"/home/user/.local/share/celldesk"; }
+  std::u16string DataFolder() const override { return data_folder; }
   bool RegistersFileTypes() const override { return registers_file_types; }
 
   std::vector<std::u16string> opened;
   std::u16string program_path = u"/usr/bin/celldesk";
+  std::u16string data_folder = u"/home/user/.local/share/celldesk";
   bool works = true;
   bool registers_file_types = false;
 };

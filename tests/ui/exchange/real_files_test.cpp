@@ -17,6 +17,7 @@ class RealFiles : public testing::Test {
   RealFiles() {
     window_.application->ExitInstance(0);
     window_.application.reset();
+    window_.shell.data_folder = Path("data/celldesk");
     MachineServices fake = window_.Machine();
     window_.application = std::make_unique<CellDeskApplication>(
         count_, arguments_,
@@ -79,6 +80,17 @@ TEST_F(RealFiles, AFileThatEndsTooSoonIsRefused) {
 TEST_F(RealFiles, AFullDiskIsTold) {
   window_.ExportFile(u"/dev/full");
   EXPECT_THAT(window_.LastBox(), IsFileError("/dev/full", "The disk is full. The file is not complete."));
+}
+
+TEST_F(RealFiles, WhatAFileReplacesIsInTheBackupsFolder) {
+  folder_.Write("new.adr", "AddrArchive10;SM;1;5;\r\n2;Dora;+420;\r\n");
+  window_.ImportFile(import_choice::kLoadFile, Path("new.adr"));
+  EXPECT_THAT(window_.SimRows(), ElementsAre("2|Dora|+420"));
+  const std::vector<std::u16string> names = files_.Names(Path("data/celldesk/backups"));
+  ASSERT_EQ(names.size(), 1U);
+  window_.boxes.Answer(kAnswerYes);
+  window_.ImportFile(import_choice::kLoadFile, Path("data/celldesk/backups/" + Utf8(names.front())));
+  EXPECT_EQ(window_.SimEntry(0).name, u"Anna");
 }
 
 TEST_F(RealFiles, ABookComesBackFromItsFile) {
