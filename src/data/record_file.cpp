@@ -1,5 +1,6 @@
 #include "data/record_file.h"
 
+#include <algorithm>
 #include <new>
 
 namespace celldesk {
@@ -7,6 +8,7 @@ namespace {
 
 std::string WithLineEnds(std::string_view text) {
   std::string result;
+  result.reserve(text.size() + static_cast<std::size_t>(std::ranges::count(text, '\n')));
   for (const char byte : text) {
     if (byte == '\n') result += '\r';
     result += byte;
@@ -53,7 +55,7 @@ void RecordWriter::Gather(Append append) {
 }
 
 void RecordWriter::WriteBlock() {
-  if (!Failed(status_) && file_) {
+  if (file_) {
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(block_.data());
     status_ = StatusFromSystemError(file_->Write({bytes, block_.size()}));
   }

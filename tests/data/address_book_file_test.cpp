@@ -245,6 +245,25 @@ TEST_F(AddressBookFile, WritesAForeignCharacterAsAnotherOne) {
   EXPECT_EQ(book_.At(0).name, u"\x16\u00ac");
 }
 
+TEST_F(AddressBookFile, ReadingTakesThreeTimesTheFileAtMost) {
+  constexpr std::size_t kSize = 1'000'000;
+  const std::string header = "AddrArchive10;SM;1;4;";
+  for (const std::string& text :
+       {header + std::string(kSize, 'x'), header + "\r\n1;" + std::string(kSize, 'x') + ";1;\r\n",
+        header + "\r\n1;x;" + std::string(kSize, '#') + ";\r\n", header + std::string(kSize, ';'),
+        header + std::string(kSize, '\n')}) {
+    files_.files[std::u16string(kPath)] = text;
+    AddressBook book(u"SM", true);
+    const AllocationGate gate;
+    EXPECT_EQ(ReadAddressBookFile(files_, kPath,
+                                  [&book](std::u16string_view) {
+                                    return AddressBookTarget{&book, nullptr};
+                                  }),
+              S_OK);
+    EXPECT_LT(gate.peak(), 3 * text.size() + 50'000) << text.substr(0, 40);
+  }
+}
+
 /// A text of characters that a file keeps: with the special ones, line ends (not at the start) and letters.
 std::u16string RandomText(std::mt19937& random) {
   constexpr std::u16string_view kAlphabet = u"ab #;;##@/\r\n\u00fc\u0142\u00df+0123";

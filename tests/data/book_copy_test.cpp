@@ -52,6 +52,7 @@ TEST_F(CopyEntriesTest, GrowsAFullDestination) {
 TEST_F(CopyEntriesTest, PassesOverSelectedRowsThatAreNotInTheBook) {
   EXPECT_EQ(CopyEntries(source_, std::vector<int>{-1, 4, 99, 0}, destination_, observer_), S_OK);
   EXPECT_EQ(Names(destination_), (Texts{u"mine", u"A", u""}));
+  EXPECT_EQ(observer_.rows, (std::vector<int>{1}));
 }
 
 TEST_F(CopyEntriesTest, StopsAtADestinationThatCannotGrow) {

@@ -147,6 +147,17 @@ TEST(RecordFile, ReadsBareLineFeedsAsLineEnds) {
   EXPECT_EQ(Text(file.bytes()), "x;\r\ny;\r\n");
 }
 
+TEST(RecordFile, BareLineFeedsTakeTwiceTheFileAtMost) {
+  constexpr std::size_t kSize = 1'000'000;
+  FakeFileSystem files;
+  files.files[u"a"].assign(kSize, '\n');
+  RecordFile file;
+  const AllocationGate gate;
+  EXPECT_EQ(file.Open(files, u"a"), S_OK);
+  EXPECT_EQ(file.bytes().size(), 2 * kSize);
+  EXPECT_LT(gate.peak(), 3 * kSize + 10'000);  // with the file itself
+}
+
 TEST(RecordFile, FailsWhenThereIsNoMemoryForLineEnds) {
   struct OneFile : FakeFileSystem {
     std::unique_ptr<MappedFile> Map(std::u16string_view, SystemError& error) override {

@@ -14,6 +14,8 @@ class AllocationGate {
   AllocationGate& operator=(const AllocationGate&) = delete;
 
   std::size_t count() const;
+  /// The most bytes that were held at once, beyond what was held when the object was made.
+  std::size_t peak() const;
   /// From now on every allocation throws std::bad_alloc.
   void Refuse();
 };
