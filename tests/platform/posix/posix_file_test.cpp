@@ -215,17 +215,34 @@ TEST_F(PosixFileSystemTest, TakesNoWritesAfterTheClose) {
   EXPECT_EQ(file->Close(), kErrorSuccess);
 }
 
+/// The descriptor of an open file; -1 when there is none.
+int DescriptorOf(const std::filesystem::path& path) {
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+    std::error_code error;
+    if (std::filesystem::read_symlink(entry.path(), error) == path)
+      return std::stoi(entry.path().filename().string());
+  }
+  return -1;
+}
+
+TEST_F(PosixFileSystemTest, TellsWhatOnlyTheCloseFinds) {
+  const auto file = files_.Create(Path("a"), error_);
+  ASSERT_NE(file, nullptr);
+  ASSERT_EQ(::close(DescriptorOf(folder_.path() / "a")), 0);
+  EXPECT_EQ(file->Close(), kErrorInvalidHandle);
+}
+
 TEST(FromErrno, GivesTheSystemsCodes) {
   EXPECT_EQ(FromErrno(0), kErrorSuccess);
   EXPECT_EQ(FromErrno(ENOENT), 2U);
   EXPECT_EQ(FromErrno(ENOTDIR), 3U);
-  EXPECT_EQ(FromErrno(EMFILE), 4U);
-  EXPECT_EQ(FromErrno(EACCES), 5U);
-  EXPECT_EQ(FromErrno(EROFS), 5U);
+  for (const int code : {EMFILE, ENFILE}) EXPECT_EQ(FromErrno(code), 4U) << code;
+  for (const int code : {EACCES, EPERM, EROFS, EISDIR, ENXIO, ETXTBSY})
+    EXPECT_EQ(FromErrno(code), 5U) << code;
   EXPECT_EQ(FromErrno(EBADF), 6U);
   EXPECT_EQ(FromErrno(ENOMEM), 8U);
-  EXPECT_EQ(FromErrno(ENOSPC), 112U);
-  EXPECT_EQ(FromErrno(ENAMETOOLONG), 123U);
+  for (const int code : {ENOSPC, EDQUOT, EFBIG}) EXPECT_EQ(FromErrno(code), 112U) << code;
+  for (const int code : {ENAMETOOLONG, ELOOP}) EXPECT_EQ(FromErrno(code), 123U) << code;
   EXPECT_EQ(FromErrno(EIO), 31U);
 }
 

@@ -1,7 +1,10 @@
 #include "platform/posix/posix_instance.h"
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -36,6 +39,16 @@ class PosixInstanceGateTest : public testing::Test {
         std::make_unique<PosixInstanceGate>(std::make_unique<ManualWatcher>(readable_, watching_), Folder());
   }
   RuntimeFolder Folder() const { return {folder_.path() / "celldesk", true}; }
+  fs::path Window() const { return Folder().path / "windows" / std::to_string(::getpid()); }
+  /// Sends a byte to the announced window; false when its queue is full.
+  bool Send(char byte) const {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    Window().string().copy(address.sun_path, sizeof(address.sun_path) - 1);
+    const Descriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    return ::sendto(socket.get(), &byte, 1, 0, reinterpret_cast<const sockaddr*>(&address),
+                    sizeof(address)) == 1;
+  }
   void Announce() {
     gate_->Announce([this] { ++shown_; });
   }
@@ -73,6 +86,47 @@ TEST_F(PosixInstanceGateTest, ManyStartsAreOneRequest) {
   readable_();
   readable_();
   EXPECT_EQ(shown_, 1);
+}
+
+TEST_F(PosixInstanceGateTest, AWindowWithAFullQueueHasBeenAsked) {
+  Announce();
+  while (Send('s')) continue;
+  EXPECT_TRUE(AnotherStartWakes());
+  readable_();
+  EXPECT_EQ(shown_, 1);
+}
+
+TEST_F(PosixInstanceGateTest, OtherBytesAskForNothing) {
+  Announce();
+  ASSERT_TRUE(Send('x'));
+  readable_();
+  EXPECT_EQ(shown_, 0);
+}
+
+TEST_F(PosixInstanceGateTest, TheSecondAnnouncementChangesNothing) {
+  Announce();
+  gate_->Announce([] { ADD_FAILURE() << "the first is in force"; });
+  EXPECT_TRUE(AnotherStartWakes());
+  readable_();
+  EXPECT_EQ(shown_, 1);
+}
+
+TEST_F(PosixInstanceGateTest, WhatAnEarlierProcessOfTheSameNumberLeftIsReplaced) {
+  Announce();
+  gate_->Withdraw();
+  std::ofstream(Window()) << "left over";
+  Announce();
+  EXPECT_TRUE(watching_);
+  EXPECT_TRUE(AnotherStartWakes());
+}
+
+TEST_F(PosixInstanceGateTest, AFolderTooDeepForASocketOnlyHidesTheWindow) {
+  const RuntimeFolder deep{folder_.path() / std::string(150, 'x'), true};
+  PosixInstanceGate gate(std::make_unique<ManualWatcher>(readable_, watching_), deep);
+  gate.Announce([] {});
+  EXPECT_FALSE(watching_);
+  std::ofstream(deep.path / "windows" / "1") << "no socket";
+  EXPECT_FALSE(gate.WakeOther());
 }
 
 TEST_F(PosixInstanceGateTest, DoesNotFindItself) {

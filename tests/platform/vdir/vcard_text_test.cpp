@@ -49,7 +49,9 @@ TEST(VcardText, ReadsTheNamedCharacterSets) {
                    "ezn\xED",
                    "CHARSET=Windows-1250"),
             u"\u0158ezn\u00ED");
-  EXPECT_EQ(Decode("\xC3\xA9", "CHARSET=ISO-8859-1"), u"\u00C3\u00A9");
+  EXPECT_EQ(Decode("\x8Aim\xF9nek", "CHARSET=CP1250"), u"\u0160im\u016Fnek");
+  for (const char* latin1 : {"CHARSET=ISO-8859-1", "CHARSET=latin1"})
+    EXPECT_EQ(Decode("\xC3\xA9", latin1), u"\u00C3\u00A9") << latin1;
 }
 
 TEST(VcardText, ResolvesQuotedPrintableOnlyWhereItIsSaid) {
