@@ -30,7 +30,7 @@ namespace {
 constexpr int kChooseFor = 370;
 constexpr int kImageHeight = 64;
 // A choice list shows at least this much of its texts.
-constexpr int kShownCharacters = 12;
+constexpr int kShownCharacters = 10;
 
 void SendCommand(Window& dialog, int id) {
   dialog.Dispatch(Message::kCommand, static_cast<WordParameter>(id), 0);

@@ -1,14 +1,17 @@
 #include "ui/framework/qt/list_table.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QGestureEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTapAndHoldGesture>
+#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
@@ -39,6 +42,16 @@ QFont FittingFont(QFont font, const QString& text, int width) {
 class RowDelegate : public QStyledItemDelegate {
  public:
   explicit RowDelegate(ListTable* table) : QStyledItemDelegate(table), table_(table) {}
+
+  // A text that is cut shows whole in a tool tip.
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override {
+    if (event->type() != QEvent::ToolTip) return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const QString text = index.data().toString();
+    const bool is_cut = sizeHint(option, index).width() > option.rect.width();
+    QToolTip::showText(event->globalPos(), is_cut ? text : QString(), view);
+    return true;
+  }
 
   // A column with icons may have little room for its short texts.
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
@@ -130,6 +143,11 @@ void ListTable::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Delete:
       Notify(list_, NotifyCode::kDeleteKey, currentIndex());
       return;
+    case Qt::Key_Menu:
+      return AskForMenuByKey();
+    case Qt::Key_F10:
+      if (event->modifiers() == Qt::ShiftModifier) return AskForMenuByKey();
+      break;
     case Qt::Key_Space:
       if (search_.IsUnderWay() && Find(event->text())) return;
       QTableView::keyPressEvent(event);
@@ -172,10 +190,15 @@ bool ListTable::event(QEvent* event) {
   return true;
 }
 
-// The key's menu opens at the row that it is about.
+// Where the system turns the key into a request of its own, the menu is open by then.
 void ListTable::contextMenuEvent(QContextMenuEvent* event) {
   event->accept();
   if (event->reason() != QContextMenuEvent::Keyboard) return AskForMenu(event->globalPos());
+  if (QApplication::activePopupWidget() == nullptr) AskForMenuByKey();
+}
+
+// The key's menu opens at the row that it is about.
+void ListTable::AskForMenuByKey() {
   const QRect row = visualRect(currentIndex()) & viewport()->rect();
   AskForMenu(viewport()->mapToGlobal(currentIndex().isValid() ? row.center() : viewport()->rect().center()));
 }

@@ -42,6 +42,7 @@ class ListTable : public QTableView {
   void SetHotRow(int row);
   bool Find(const QString& letters);
   void AskForMenu(const QPoint& place);
+  void AskForMenuByKey();
 
   ListView& list_;
   QString empty_text_;

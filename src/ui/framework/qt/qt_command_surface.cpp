@@ -100,7 +100,11 @@ class MenuBarStyle : public QProxyStyle {
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                          const QWidget* widget) const override {
     const QSize usual = QProxyStyle::sizeFromContents(type, option, size, widget);
-    return type == CT_MenuBarItem ? QSize(usual.width(), std::max(usual.height(), kTouchTarget)) : usual;
+    const auto* bar = qobject_cast<const QMenuBar*>(widget);
+    if (type != CT_MenuBarItem || bar == nullptr) return usual;
+    const QWidget* buttons = bar->cornerWidget();
+    const int beside = buttons == nullptr ? 0 : buttons->sizeHint().height();
+    return {usual.width(), std::max({usual.height(), kTouchTarget, beside})};
   }
 
   // The toolkit's style underlines each title, which beside the buttons looks like a stray line.

@@ -16,6 +16,9 @@
 namespace celldesk {
 namespace {
 
+// In a large font a field still shows a whole number.
+constexpr QLatin1String kLongNumber("+447700900123");
+
 template <typename Control>
 Control* Find(const Dialog& dialog, int id) {
   return dialog.controls() == nullptr ? nullptr
@@ -151,7 +154,12 @@ void Dialog::ShowControl(int id, bool visible) {
 }
 
 void Dialog::SetControlFont(int id, const FontSet& fonts, FontRole role) {
-  if (auto* widget = Find<QWidget>(*this, id)) widget->setFont(FontOf(&fonts, role, widget->font()));
+  auto* widget = Find<QWidget>(*this, id);
+  if (widget == nullptr) return;
+  widget->setFont(FontOf(&fonts, role, widget->font()));
+  if (qobject_cast<QLineEdit*>(widget) != nullptr) {
+    widget->setMinimumWidth(widget->fontMetrics().horizontalAdvance(QString(kLongNumber)));
+  }
 }
 
 void Dialog::FocusControl(int id) {
