@@ -37,7 +37,7 @@ ProgressDialog::ProgressDialog() : Dialog(kTemplate) {}
 
 bool ProgressDialog::Create(Window* parent) {
   if (!CreateModeless(parent)) return false;
-  Show(true);
+  ShowNow();
   UpdateNow();
   return true;
 }

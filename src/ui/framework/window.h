@@ -123,6 +123,8 @@ class Window : public Object {
   void SetTitle(std::u16string_view title);
   std::u16string Title() const;
   void Show(bool visible);
+  /// Shows it and waits, for a moment at most, until it can be painted; the user's input waits along.
+  void ShowNow();
   bool IsVisible() const;
   void SetFocus();
   /// Paints what is due at once.

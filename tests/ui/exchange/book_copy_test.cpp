@@ -81,6 +81,15 @@ TEST(PartnerCopy, ReplacesThisBookByThePartners) {
   EXPECT_THAT(window.SimFlags(), ElementsAre(3, 3, 0, 0, 0));
 }
 
+TEST(PartnerCopy, AnEmptyPartnerLeavesAChangedEmptyBook) {
+  ExchangeWindow window(TwoBooks());
+  window.Load();
+  window.Import(import_choice::kImportBook);
+  EXPECT_THAT(window.SimRows(), IsEmpty());
+  EXPECT_TRUE(window.sim().HasUnsavedChanges());
+  EXPECT_THAT(window.TakeAsked(), IsEmpty());
+}
+
 TEST(PartnerCopy, StopsWithAMessageWhenThePartnersBookIsFull) {
   ExchangeWindow window(TwoBooks());
   window.Load();

@@ -149,6 +149,8 @@ TEST(BookImport, AFileWithoutEntriesStillChangesTheBook) {
   EXPECT_THAT(window.SimRows(), IsEmpty());
   EXPECT_FALSE(window.sim().book().IsModified());
   EXPECT_TRUE(window.sim().HasUnsavedChanges());
+  window.InOptions(command::kImport, [](Dialog&) {});
+  EXPECT_THAT(window.TakeAsked(), IsEmpty()) << "no entry is modified";
   window.Load();
   EXPECT_EQ(window.SimRows().size(), 3U);
   EXPECT_FALSE(window.sim().HasUnsavedChanges());

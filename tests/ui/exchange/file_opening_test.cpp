@@ -35,6 +35,13 @@ TEST_F(FileOpening, ShowsTheBookOfTheMemoryThatTheFileNames) {
   EXPECT_THAT(window_.TakeAsked(), IsEmpty());
 }
 
+TEST_F(FileOpening, AFileWithoutEntriesStillChangesTheBook) {
+  Open(u"phone.adr", "AddrArchive10;ME;1;9;\r\n");
+  EXPECT_EQ(Folder(), kPhoneTab);
+  EXPECT_TRUE(window_.phone_book().HasUnsavedChanges());
+  EXPECT_FALSE(window_.sim().HasUnsavedChanges());
+}
+
 TEST_F(FileOpening, ShowsTheFolderThatTheFileNames) {
   Open(u"out.sms", "SMSArchive11;Outbox;\r\n+420601000001;See you;\r\n");
   EXPECT_EQ(Folder(), kOutboxTab);

@@ -114,7 +114,6 @@ TEST_F(ProgressDialogTest, ShowsTheNearerEndForAPositionOutsideOfTheRange) {
 TEST_F(ProgressDialogTest, PaintsEveryChangeAtOnce) {
   ProgressDialog dialog;
   ASSERT_TRUE(dialog.Create(nullptr));
-  application().PumpMessages();
   PaintCounter paints(WidgetOf(&dialog));
   int before = 0;
   const auto painted = [&] { return std::exchange(before, paints.painted) < paints.painted; };

@@ -1,5 +1,8 @@
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QTimer>
 #include <QVariant>
+#include <QWindow>
 
 #include "ui/framework/application.h"
 #include "ui/framework/qt/native.h"
@@ -10,6 +13,7 @@ namespace celldesk {
 namespace {
 
 constexpr char kWindowProperty[] = "celldesk_window";
+constexpr int kExposeTime = 250;  // milliseconds
 
 }  // namespace
 
@@ -84,6 +88,16 @@ std::u16string Window::Title() const {
 
 void Window::Show(bool visible) {
   if (QWidget* widget = WidgetOf(this)) widget->setVisible(visible);
+}
+
+// The window system answers in its own time, and paints nothing before.
+void Window::ShowNow() {
+  Show(true);
+  const QWidget* widget = WidgetOf(this);
+  const QWindow* handle = widget == nullptr ? nullptr : widget->windowHandle();
+  const QDeadlineTimer deadline(kExposeTime);
+  while (handle != nullptr && !handle->isExposed() && !deadline.hasExpired())
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 bool Window::IsVisible() const {
