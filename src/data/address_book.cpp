@@ -12,6 +12,10 @@ int Held(std::int64_t value) {
   return static_cast<int>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
 }
 
+std::size_t RoomFor(int count) {
+  return (static_cast<std::size_t>(count) / AddressBook::kGrowBy + 1) * AddressBook::kGrowBy;
+}
+
 }  // namespace
 
 int PhonebookMemory::Capacity() const {
@@ -37,11 +41,20 @@ Status AddressBook::Reach(int position) {
   return position < count() ? S_OK : Resize(position + 1);
 }
 
+void AddressBook::Reserve(int count) {
+  try {
+    entries_.reserve(RoomFor(std::clamp(count, 0, kLimit)));
+  } catch (const std::bad_alloc&) {
+    // It is room beforehand: what needs it later says so.
+    return;
+  }
+}
+
 Status AddressBook::Resize(int count) {
   count = std::max(count, 0);
   if (count > kLimit) return E_OUTOFMEMORY;
   try {
-    const auto steps = static_cast<std::size_t>(count / kGrowBy + 1) * kGrowBy;
+    const std::size_t steps = RoomFor(count);
     const std::size_t present = entries_.capacity();
     if (steps > present) entries_.reserve(std::max(steps, present + present / 2));
     entries_.resize(static_cast<std::size_t>(count));

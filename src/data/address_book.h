@@ -56,6 +56,8 @@ class AddressBook : public Object {
   /// Grows the book so that `position` exists, with new (modified) entries; E_OUTOFMEMORY, and the book as it
   /// was, beyond the limit or for a negative position.
   Status Reach(int position);
+  /// Makes room for `count` entries beforehand, as far as the limit and memory allow; the count stays.
+  void Reserve(int count);
   /// Makes the count `count` (negative: 0). New entries are modified, those beyond are destroyed;
   /// E_OUTOFMEMORY, and the book as it was, beyond the limit.
   Status Resize(int count);

@@ -1,9 +1,9 @@
 #include "data/address_book_file.h"
 
+#include <algorithm>
 #include <new>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include "data/diacritics.h"
 #include "data/record_file.h"
@@ -13,26 +13,31 @@ namespace celldesk {
 namespace {
 
 constexpr std::u16string_view kMagic = u"AddrArchive10";
+constexpr std::size_t kShortestLine = 4;  // two fields that are empty, and its end
 
 /// Puts the entries of a file into the free slots of a book.
 class EntryReader {
  public:
   explicit EntryReader(const AddressBookTarget& target) : book_(*target.book), observer_(target.observer) {}
 
-  void ReadRange(FieldReader& fields) {
+  /// The range of the memory, which also tells how many entries there are at most.
+  void ReadRange(FieldReader& fields, std::size_t file_size) {
     if (const auto first = fields.Next()) book_.memory().first = ParseDecimal(*first);
     if (const auto last = fields.Next()) book_.memory().last = ParseDecimal(*last);
+    const std::size_t lines = std::min<std::size_t>(file_size / kShortestLine, AddressBook::kLimit);
+    book_.Reserve(std::min(book_.memory().Capacity(), static_cast<int>(lines)));
   }
 
   Status ReadEntry(FieldReader& fields) {
-    const auto id = fields.Next();
-    auto name = id ? fields.Next() : std::nullopt;
+    const auto id = fields.NextBytes();
+    const auto name = id ? fields.NextBytes() : std::nullopt;
     if (!name) return S_OK;  // a line without a name holds no entry
-    auto number = fields.Next();
-    const int position = Choose(ParseDecimal(*id));
+    const auto number = fields.NextBytes();
+    TakeFieldText(*id, id_);
+    const int position = Choose(ParseDecimal(id_));
     const Status status = book_.Reach(position);
     if (Failed(status)) return status;
-    Fill(position, std::move(*name), std::move(number).value_or(u""));
+    Fill(position, *name, number.value_or(FieldBytes()));
     return S_OK;
   }
 
@@ -46,17 +51,19 @@ class EntryReader {
     return first_free_;
   }
 
-  void Fill(int position, std::u16string name, std::u16string number) {
+  void Fill(int position, FieldBytes name, FieldBytes number) {
     AddressEntry& entry = book_.At(position);
     entry.id = DecimalText(book_.memory().IndexAt(position));
-    entry.name = WithoutDiacritics(std::move(name));
-    entry.number = std::move(number);
+    TakeFieldText(name, entry.name);
+    DropDiacritics(entry.name);
+    TakeFieldText(number, entry.number);
     entry.flags |= AddressEntry::kOccupied | AddressEntry::kModified;
     if (observer_ != nullptr) observer_->RowRead(position);
   }
 
   AddressBook& book_;
   RowObserver* observer_;
+  std::u16string id_;   // of the line that is read
   int first_free_ = 0;  // no slot before this one is free
 };
 
@@ -88,7 +95,7 @@ Status ReadAddressBook(FieldBytes bytes, const ChooseAddressBook& choose) try {
   const AddressBookTarget target = choose(fields.Next().value_or(u""));
   if (target.book == nullptr) return S_OK;
   EntryReader reader(target);
-  reader.ReadRange(fields);
+  reader.ReadRange(fields, bytes.size());
   Status status = S_OK;
   while (!Failed(status) && fields.NextLine()) status = reader.ReadEntry(fields);
   return status;

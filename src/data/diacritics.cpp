@@ -1,6 +1,8 @@
 #include "data/diacritics.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 namespace celldesk {
 namespace {
@@ -19,20 +21,25 @@ constexpr Replacement kReplacements[] = {
     {0x00FD, u'y'}, {0x00DD, u'Y'}, {0x017E, u'z'}, {0x017D, u'Z'},
 };
 
-constexpr char16_t kFirstReplaced = 0x00C1;
+constexpr std::size_t kLettersEnd = 0x017F;  // one more than the last replaced
 
-char16_t BaseLetter(char16_t letter) {
-  if (letter < kFirstReplaced) return letter;
-  const auto* const end = std::end(kReplacements);
-  const auto* const found = std::find_if(std::begin(kReplacements), end,
-                                         [letter](const Replacement& r) { return r.from == letter; });
-  return found == end ? letter : found->to;
-}
+constexpr std::array<char16_t, kLettersEnd> kBaseLetters = [] {
+  std::array<char16_t, kLettersEnd> letters{};
+  for (std::size_t i = 0; i < letters.size(); ++i) letters[i] = static_cast<char16_t>(i);
+  for (const Replacement& replacement : kReplacements) letters[replacement.from] = replacement.to;
+  return letters;
+}();
+
+char16_t BaseLetter(char16_t letter) { return letter < kLettersEnd ? kBaseLetters[letter] : letter; }
 
 }  // namespace
 
-std::u16string WithoutDiacritics(std::u16string text) {
+void DropDiacritics(std::u16string& text) {
   std::transform(text.begin(), text.end(), text.begin(), BaseLetter);
+}
+
+std::u16string WithoutDiacritics(std::u16string text) {
+  DropDiacritics(text);
   return text;
 }
 

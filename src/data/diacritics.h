@@ -8,4 +8,7 @@ namespace celldesk {
 /// letters; every other character stays.
 std::u16string WithoutDiacritics(std::u16string text);
 
+/// The same in `text` itself.
+void DropDiacritics(std::u16string& text);
+
 }  // namespace celldesk

@@ -59,15 +59,20 @@ void MakeOutgoing(SmsMessage& message, const SmsFileSettings& settings) {
   MakeSubmit(message, settings);
 }
 
+std::int16_t NumberOf(FieldBytes field) {
+  std::u16string text;
+  TakeFieldText(field, text);
+  return static_cast<std::int16_t>(ParseDecimal(text));
+}
+
 /// Fills `message` from the rest of a line, after its length; false when fields are missing.
-bool TakePdu(SmsMessage& message, std::u16string_view length, FieldReader& fields,
-             const SmsFileSettings& settings) {
-  const auto status = fields.Next();
-  auto pdu = status ? fields.Next() : std::nullopt;
+bool TakePdu(SmsMessage& message, FieldBytes length, FieldReader& fields, const SmsFileSettings& settings) {
+  const auto status = fields.NextBytes();
+  const auto pdu = status ? fields.NextBytes() : std::nullopt;
   if (!pdu) return false;
-  message.tpdu_length = static_cast<std::int16_t>(ParseDecimal(length));
-  message.storage_status = static_cast<std::int16_t>(ParseDecimal(*status));
-  message.pdu_text = std::move(*pdu);
+  message.tpdu_length = NumberOf(length);
+  message.storage_status = NumberOf(*status);
+  TakeFieldText(*pdu, message.pdu_text);
   message.flags = kMessageInUse | kMessageNew;
   // A message that does not decode stays, with the text of its line. One that was not encoded yet when it was
   // written is an outgoing message all the same.
@@ -89,13 +94,14 @@ class MessageReader {
  private:
   const SmsTarget& target_;
   const SmsFileSettings& settings_;
+  std::u16string address_;  // of the line that is read
   Status status_ = S_OK;
 };
 
 // A line that breaks off ends the import. A line without a text is passed over.
 bool MessageReader::Read(FieldReader& fields) {
-  const auto address = fields.Next();
-  auto text = address ? fields.Next() : std::nullopt;
+  const auto address = fields.NextBytes();
+  const auto text = address ? fields.NextBytes() : std::nullopt;
   if (!text) return true;
   if (target_.messages->count() >= SmsStore::kLimit) {
     status_ = E_OUTOFMEMORY;
@@ -103,9 +109,10 @@ bool MessageReader::Read(FieldReader& fields) {
   }
   auto message = std::make_unique<SmsMessage>();
   // A number that no phone could dial leaves the message without one.
-  static_cast<void>(MakeAddress(message->submit.number, message->submit.toa, *address));
-  message->text = std::move(*text);
-  const auto length = fields.Next();
+  TakeFieldText(*address, address_);
+  static_cast<void>(MakeAddress(message->submit.number, message->submit.toa, address_));
+  TakeFieldText(*text, message->text);
+  const auto length = fields.NextBytes();
   if (length && !TakePdu(*message, *length, fields, settings_)) return false;
   if (!length) MakeOutgoing(*message, settings_);
   const int position = target_.messages->Append(std::move(message));

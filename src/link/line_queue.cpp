@@ -33,8 +33,8 @@ bool LineQueue::Take(std::u16string& text) {
   MutexLock guard(lock_);
   const bool has_line = HasCompleteLine();
   if (has_line) {
-    text = std::move(lines_.front().text);
-    lines_.pop_front();
+    text = std::move(lines_[head_++].text);
+    DropTaken();
   }
   if (!HasCompleteLine()) line_event_.Reset();
   return has_line;
@@ -43,6 +43,7 @@ bool LineQueue::Take(std::u16string& text) {
 void LineQueue::Flush() {
   MutexLock guard(lock_);
   lines_.clear();
+  head_ = 0;
   line_event_.Reset();
 }
 
@@ -57,10 +58,17 @@ std::uint32_t LineQueue::completed_chunks() const {
   return completed_chunks_;
 }
 
+// Half of the lines at least, so that no line is moved more than once in the mean.
+void LineQueue::DropTaken() {
+  if (2 * head_ < lines_.size()) return;
+  lines_.erase(lines_.begin(), lines_.begin() + static_cast<std::ptrdiff_t>(head_));
+  head_ = 0;
+}
+
 /// True when this completed a line.
 bool LineQueue::Append(std::u16string_view segment, bool ends_line) {
   try {
-    if (lines_.empty() || lines_.back().complete) lines_.emplace_back();
+    if (IsEmpty() || lines_.back().complete) lines_.emplace_back();
     Line& line = lines_.back();
     if (!ends_line) line.text.reserve(kLongestPduLine);
     line.text += segment.substr(0, kLongestLine - line.text.size());

@@ -2,9 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/event.h"
 #include "util/thread_annotations.h"
@@ -41,11 +41,16 @@ class LineQueue {
     bool complete = false;
   };
 
-  bool HasCompleteLine() const CELLDESK_REQUIRES(lock_) { return !lines_.empty() && lines_.front().complete; }
+  bool IsEmpty() const CELLDESK_REQUIRES(lock_) { return head_ == lines_.size(); }
+  bool HasCompleteLine() const CELLDESK_REQUIRES(lock_) { return !IsEmpty() && lines_[head_].complete; }
+  void DropTaken() CELLDESK_REQUIRES(lock_);
   bool Append(std::u16string_view segment, bool ends_line) CELLDESK_REQUIRES(lock_);
 
   mutable Mutex lock_;
-  std::deque<Line> lines_ CELLDESK_GUARDED_BY(lock_);  // oldest first; only the newest may be incomplete
+  // Oldest first; only the newest may be incomplete. Those before the head were taken: their room is used
+  // again, so that a line needs no memory but its text's.
+  std::vector<Line> lines_ CELLDESK_GUARDED_BY(lock_);
+  std::size_t head_ CELLDESK_GUARDED_BY(lock_) = 0;
   std::uint32_t completed_chunks_ CELLDESK_GUARDED_BY(lock_) = 0;
   Event line_event_;
 };

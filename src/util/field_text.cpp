@@ -49,22 +49,16 @@ bool IsEscaped(std::string_view text, std::size_t start, std::size_t position) {
   return (position - first) % 2 != 0;
 }
 
-/// The text of a field's bytes. A "#" that ends them stands for itself.
-std::u16string UnescapedText(FieldBytes field) {
-  std::u16string text(field.size(), u'\0');
-  if (AsText(field).find(kEscape) == std::string_view::npos) {
-    std::transform(field.begin(), field.end(), text.begin(), FromWindows1250);
-    return text;
-  }
+/// Resolves the escapes of a field's text in place: "# " is "#", and "#" before any other character is that
+/// character. A "#" at the end stands for itself.
+void ResolveEscapes(std::u16string& text) {
   std::size_t length = 0;
-  for (std::size_t i = 0; i < field.size(); ++i) {
-    const bool escaped = field[i] == kEscape && i + 1 < field.size();
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool escaped = text[i] == kEscape && i + 1 < text.size();
     if (escaped) ++i;
-    const bool is_hash = escaped && field[i] == ' ';
-    text[length++] = is_hash ? char16_t{kEscape} : FromWindows1250(field[i]);
+    text[length++] = escaped && text[i] == u' ' ? char16_t{kEscape} : text[i];
   }
   text.resize(length);
-  return text;
 }
 
 }  // namespace
@@ -99,7 +93,15 @@ std::optional<std::size_t> AfterField(FieldBytes bytes, std::size_t position) {
 std::u16string CopyField(FieldBytes bytes, std::size_t position) {
   const std::optional<std::size_t> after = AfterField(bytes, position);
   const std::size_t end = after ? *after - 1 : bytes.size();
-  return position < end ? UnescapedText(bytes.subspan(position, end - position)) : std::u16string();
+  std::u16string text;
+  if (position < end) TakeFieldText(bytes.subspan(position, end - position), text);
+  return text;
+}
+
+void TakeFieldText(FieldBytes field, std::u16string& text) {
+  text.resize(field.size());
+  WidenWindows1250(field, text.data());
+  if (AsText(field).find(kEscape) != std::string_view::npos) ResolveEscapes(text);
 }
 
 std::size_t AfterLine(FieldBytes bytes, std::size_t position) {
@@ -122,12 +124,20 @@ std::size_t SkipComments(FieldBytes bytes, std::size_t position) {
 }
 
 std::optional<std::u16string> FieldReader::Next() {
+  const std::optional<FieldBytes> field = NextBytes();
+  if (!field) return std::nullopt;
+  std::optional<std::u16string> text(std::in_place);
+  TakeFieldText(*field, *text);
+  return text;
+}
+
+std::optional<FieldBytes> FieldReader::NextBytes() {
   if (IsLineEnd(bytes_, position_)) return std::nullopt;
   const std::optional<std::size_t> after = AfterField(bytes_, position_);
   if (!after) return std::nullopt;
   const FieldBytes field = bytes_.subspan(position_, *after - 1 - position_);
   position_ = *after;
-  return UnescapedText(field);
+  return field;
 }
 
 bool FieldReader::NextLine() {

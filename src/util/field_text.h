@@ -25,6 +25,8 @@ void AppendLineEnd(std::string& bytes);
 std::optional<std::size_t> AfterField(FieldBytes bytes, std::size_t position);
 /// The text of the field at `position`, up to its ";" or the end, escapes resolved.
 std::u16string CopyField(FieldBytes bytes, std::size_t position);
+/// The text of a field's bytes, without its ";", escapes resolved: into `text`, whose room is used again.
+void TakeFieldText(FieldBytes field, std::u16string& text);
 /// The start of the next line for a `position` in a line or at its end; the size of the text when there is
 /// none.
 std::size_t AfterLine(FieldBytes bytes, std::size_t position);
@@ -42,6 +44,8 @@ class FieldReader {
 
   /// The next field of the line; none, without moving, at the end of the line and when no ";" closes it.
   std::optional<std::u16string> Next();
+  /// The same, as it stands in the file.
+  std::optional<FieldBytes> NextBytes();
   /// Moves to the next line that is neither blank nor a comment; false when there is none, or it begins with
   /// "@".
   bool NextLine();

@@ -1,5 +1,7 @@
 #include "util/windows1250.h"
 
+#include <cstring>
+
 namespace celldesk {
 namespace {
 
@@ -25,6 +27,16 @@ constexpr std::array<char16_t, 128> kUpperHalf = {
 
 constexpr std::size_t kUpperStart = 0x80;
 
+constexpr std::size_t kRun = sizeof(std::uint64_t);
+
+/// True when none of the kRun bytes is in the upper half.
+bool IsAscii(const std::uint8_t* bytes) {
+  constexpr std::uint64_t kUpperBits = 0x8080808080808080;
+  std::uint64_t word = 0;
+  std::memcpy(&word, bytes, kRun);
+  return (word & kUpperBits) == 0;
+}
+
 }  // namespace
 
 constexpr std::array<char16_t, 256> kCharacterOfByte = [] {
@@ -43,5 +55,18 @@ constexpr std::array<std::uint8_t, kWindows1250End> kByteOfCharacter = [] {
   }
   return table;
 }();
+
+void WidenWindows1250(std::span<const std::uint8_t> bytes, char16_t* characters) {
+  while (bytes.size() >= kRun) {
+    if (IsAscii(bytes.data())) {
+      for (std::size_t i = 0; i < kRun; ++i) characters[i] = bytes[i];
+    } else {
+      for (std::size_t i = 0; i < kRun; ++i) characters[i] = kCharacterOfByte[bytes[i]];
+    }
+    bytes = bytes.subspan(kRun);
+    characters += kRun;
+  }
+  for (const std::uint8_t byte : bytes) *characters++ = kCharacterOfByte[byte];
+}
 
 }  // namespace celldesk

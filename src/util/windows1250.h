@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace celldesk {
 
@@ -18,6 +19,9 @@ extern const std::array<std::uint8_t, kWindows1250End> kByteOfCharacter;
 
 /// The character of a byte; an undefined byte gives the character of the same value.
 inline char16_t FromWindows1250(std::uint8_t byte) { return kCharacterOfByte[byte]; }
+
+/// The characters of bytes; `characters` has room for as many. Runs of ASCII are widened eight at a time.
+void WidenWindows1250(std::span<const std::uint8_t> bytes, char16_t* characters);
 
 /// The byte of a character; one that the code page does not have gives its low 8 bits.
 inline std::uint8_t ToWindows1250(char16_t character) {

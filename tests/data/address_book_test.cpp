@@ -252,5 +252,23 @@ TEST(AddressBook, FindsNothingForAnEmptyNumberOrAnErasedEntry) {
   EXPECT_EQ(book.FindNumber(u"123"), nullptr);
 }
 
+TEST(AddressBook, RoomMadeBeforehandIsNotMadeAgain) {
+  AddressBook book(u"SM", false);
+  book.Reserve(1000);
+  EXPECT_EQ(book.count(), 0);
+  EXPECT_EQ(book.Resize(1), S_OK);
+  const AddressEntry* const first = &book.At(0);
+  for (int count = 2; count <= 1000; ++count) EXPECT_EQ(book.Resize(count), S_OK);
+  EXPECT_EQ(first, &book.At(0));
+}
+
+TEST(AddressBook, RoomIsMadeForNoMoreThanTheLimit) {
+  AddressBook book(u"SM", false);
+  book.Reserve(std::numeric_limits<int>::max());
+  EXPECT_LE(book.entries().capacity(), static_cast<std::size_t>(AddressBook::kLimit + AddressBook::kGrowBy));
+  book.Reserve(-1);
+  EXPECT_EQ(book.count(), 0);
+}
+
 }  // namespace
 }  // namespace celldesk

@@ -8,6 +8,7 @@
 
 #include "link/line_rule.h"
 #include "support/memory/allocation_gate.h"
+#include "util/number_text.h"
 
 namespace celldesk {
 namespace {
@@ -234,6 +235,36 @@ TEST(LineQueue, APduInTwoChunksCostsAboutOneAllocationToo) {
     queue.Receive(second);
   }
   EXPECT_LE(gate.count(), kLines + kLines / 8);
+}
+
+// A backlog that grows and shrinks: what was taken makes room for what comes.
+TEST(LineQueue, LinesKeepTheirOrderHoweverManyWait) {
+  LineQueue queue;
+  std::u16string text;
+  std::size_t received = 0, taken = 0;
+  const auto name = [](std::size_t number) { return u"line " + DecimalText(static_cast<int>(number)); };
+  for (std::size_t round = 0; round < 200; ++round) {
+    for (std::size_t i = 0; i < round % 7; ++i) queue.Receive(name(received++) + u"\r");
+    for (std::size_t i = 0; i < round % 5 && queue.Take(text); ++i) EXPECT_EQ(text, name(taken++));
+  }
+  EXPECT_LT(taken, received);
+  while (queue.Take(text)) EXPECT_EQ(text, name(taken++));
+  EXPECT_EQ(taken, received);
+}
+
+TEST(LineQueue, AQueueThatIsEmptiedNeedsMemoryForTheTextsAlone) {
+  LineQueue queue;
+  std::u16string text;
+  const std::u16string line = std::u16string(40, u'A') + u"\r";
+  queue.Receive(line + line);
+  while (queue.Take(text)) {
+  }
+  const AllocationGate gate;
+  for (int i = 0; i < 50; ++i) {
+    queue.Receive(line);
+    queue.Take(text);
+  }
+  EXPECT_EQ(gate.count(), 50U);
 }
 
 }  // namespace

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
 #include <vector>
+
+#include "util/windows1250.h"
 
 namespace celldesk {
 namespace {
@@ -126,6 +130,59 @@ TEST(FieldReader, ReadsBackWhatWasWritten) {
     EXPECT_EQ(reader.Next(), std::nullopt);
     EXPECT_FALSE(reader.NextLine());
   }
+}
+
+/// The rule of a field's text, one byte after the other.
+std::u16string PlainText(std::string_view field) {
+  std::u16string text;
+  for (std::size_t i = 0; i < field.size(); ++i) {
+    const auto character = [&](std::size_t at) {
+      return FromWindows1250(static_cast<std::uint8_t>(field[at]));
+    };
+    if (field[i] != '#' || i + 1 == field.size()) {
+      text += character(i);
+    } else {
+      ++i;
+      text += field[i] == ' ' ? u'#' : character(i);
+    }
+  }
+  return text;
+}
+
+TEST(TakeFieldText, FollowsTheRuleForEveryField) {
+  constexpr std::string_view kBytes = "ab #;#\xE8\r";
+  std::mt19937 random(29);
+  std::u16string text;
+  for (int i = 0; i < 2000; ++i) {
+    std::string field(random() % 40, ' ');
+    for (char& byte : field) byte = kBytes[random() % kBytes.size()];
+    TakeFieldText(Bytes(field), text);
+    EXPECT_EQ(text, PlainText(field));
+  }
+}
+
+TEST(TakeFieldText, UsesTheRoomOfTheText) {
+  std::u16string text(100, u'x');
+  const char16_t* const room = text.data();
+  TakeFieldText(Bytes("A# B"), text);
+  EXPECT_EQ(text, u"A#B");
+  TakeFieldText(Bytes(""), text);
+  EXPECT_EQ(text, u"");
+  EXPECT_EQ(text.data(), room);
+}
+
+TEST(FieldReader, GivesFieldsAsTheyStandInTheFile) {
+  constexpr std::string_view kText = "A# B;x;\r\ny;";
+  FieldReader reader(Bytes(kText));
+  const auto first = reader.NextBytes();
+  ASSERT_TRUE(first.has_value());
+  EXPECT_EQ(first->size(), 4U);
+  EXPECT_EQ(static_cast<const void*>(first->data()), kText.data());
+  EXPECT_EQ(reader.Next(), u"x");
+  EXPECT_FALSE(reader.NextBytes().has_value());
+  EXPECT_TRUE(reader.NextLine());
+  EXPECT_EQ(reader.Next(), u"y");
+  EXPECT_FALSE(reader.NextBytes().has_value());
 }
 
 }  // namespace

@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <random>
 #include <set>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace celldesk {
 namespace {
@@ -70,6 +74,24 @@ TEST(Windows1250, OtherCharactersGiveTheirLowByte) {
   EXPECT_EQ(ToWindows1250(0x20AC), 0xAC);  // the euro sign
   EXPECT_EQ(ToWindows1250(0x0416), 0x16);
   EXPECT_EQ(ToWindows1250(0xFFFF), 0xFF);
+}
+
+// Bytes of both halves in runs of every length, so that runs of eight begin and end anywhere.
+TEST(Windows1250, WidensEveryRunAsOneByteAfterTheOther) {
+  std::mt19937 random(23);
+  for (std::size_t size = 0; size < 70; ++size) {
+    for (const std::uint32_t one_in : {1U, 4U, 1000U}) {
+      std::vector<std::uint8_t> bytes(size);
+      for (std::uint8_t& byte : bytes) {
+        byte = static_cast<std::uint8_t>(random() % one_in == 0 ? random() % 256 : random() % 128);
+      }
+      std::u16string expected;
+      for (const std::uint8_t byte : bytes) expected += FromWindows1250(byte);
+      std::u16string widened(size + 1, u'*');
+      WidenWindows1250(bytes, widened.data());
+      EXPECT_EQ(widened, expected + u'*');
+    }
+  }
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ const Choice& OneOf(const std::vector<Choice>& choices, std::mt19937& random) {
 
 // Few values of each field, so that many are equal; days and months that do not exist; times never set.
 DateTime RandomTime(std::mt19937& random) {
-  const auto field = [&random](std::uint32_t limit) { return static_cast<std::uint16_t>(random() % limit); };
+  const auto field = [&random](std::uint64_t limit) { return static_cast<std::uint16_t>(random() % limit); };
   const CalendarTime time{
       static_cast<std::uint16_t>(2025 + field(2)), field(14), 0, field(33), 9, 5, field(2),
       static_cast<std::uint16_t>(10 * field(20))};
@@ -60,14 +60,14 @@ SmsMessage RandomMessage(std::mt19937& random) {
   message.flags = kMessageInUse;
   message.memory = static_cast<std::int16_t>(static_cast<int>(random() % 4) - 1);
   message.storage_status = static_cast<std::int32_t>(random() % 4);
-  message.first_octet = random() % 32;
+  message.first_octet = static_cast<std::uint32_t>(random() % 32);
   message.text = OneOf(texts, random);
   message.submit.number = message.deliver.number = message.report.number = OneOf(numbers, random);
   message.submit.relative_validity = static_cast<std::uint8_t>(random() % 3 * 80);
   message.submit.absolute_validity = RandomTime(random);
   message.deliver.timestamp = RandomTime(random);
   message.report.timestamp = RandomTime(random);
-  message.report.status = random() % 3;
+  message.report.status = static_cast<std::uint32_t>(random() % 3);
   return message;
 }
 
