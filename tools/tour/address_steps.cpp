@@ -51,7 +51,6 @@ bool SameAfterReload(Tour& tour) {
 
 void TourAddressBooks(Tour& tour) {
   tour.Step("Connect finds the phone", [&] {
-    tour.Picture("address_sim_empty");
     tour.Click(command::kConnection);
     return tour.frame().IsConnected();
   });

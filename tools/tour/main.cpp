@@ -33,6 +33,7 @@ int main(int argument_count, char** arguments) {
   tour.Step("The simulated phone starts and names its device", [&] { return tour.StartPhone(phone); });
   tour.Step("The window opens", [&] { return tour.application().InitInstance({}, true); });
   if (tour.all_passed()) {
+    celldesk::TourNewcomer(tour);
     celldesk::TourAddressBooks(tour);
     celldesk::TourMessages(tour);
     celldesk::TourWindow(tour);

@@ -43,7 +43,6 @@ int CountOfText(SmsFolderView& folder, std::u16string_view start) {
 
 bool LoadsBothFolders(Tour& tour) {
   tour.ShowFolder(kInboxTab);
-  tour.Picture("inbox_empty");
   tour.Click(command::kLoadData);
   tour.Picture("inbox");
   const bool received = RowOfText(tour.frame().inbox(), u"Good morning! Coffee at ten?") >= 0;

@@ -163,8 +163,11 @@ void Tour::DoubleClickRow(ListView& list, int row) {
   QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, PlaceOf(table, row));
 }
 
+// Off-screen a window need not be active again when its dialog has gone; its focus is where it was.
 void Tour::PressKey(int key, Qt::KeyboardModifiers modifiers) {
-  QWidget* target = QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : WidgetOf(&frame());
+  QWidget* target = QApplication::focusWidget();
+  if (target == nullptr) target = WidgetOf(&frame())->focusWidget();
+  if (target == nullptr) target = WidgetOf(&frame());
   QTest::keyClick(target, static_cast<Qt::Key>(key), modifiers);
 }
 
@@ -196,7 +199,8 @@ void Tour::InNextDialog(std::function<void(Dialog&)> work) {
   Dialog::SetModalHook([work = std::move(work)](Dialog& dialog) {
     const auto now = work;
     Dialog::SetModalHook({});
-    now(dialog);
+    const auto is_active = [&dialog] { return QApplication::activeWindow() == WidgetOf(&dialog); };
+    if (QTest::qWaitFor(is_active, kPatience)) now(dialog);
   });
 }
 

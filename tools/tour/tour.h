@@ -69,6 +69,8 @@ class Tour {
   int open_expectations_ = 0;
 };
 
+/// A newcomer's first ten minutes, from the empty window to a message that is answered. Ends disconnected.
+void TourNewcomer(Tour& tour);
 /// The folders in turn.
 void TourAddressBooks(Tour& tour);
 void TourMessages(Tour& tour);
