@@ -34,3 +34,26 @@ coverage() {
     --txt build/coverage/branches.txt --print-summary 2>>build/coverage/gcovr.log
   echo "What is not covered: build/coverage/lines.txt, build/coverage/branches.txt"
 }
+
+# soak MINUTES: the window on a simulated phone with random faults, over and over. CELLDESK_SOAK_SEED chooses them.
+soak() {
+  build asan soak_test
+  export CELLDESK_SOAK_MINUTES=$1 CELLDESK_SOAK_SEED=${CELLDESK_SOAK_SEED:-$RANDOM}
+  # What the sanitizer keeps of freed memory would grow for a long time.
+  export ASAN_OPTIONS=$ASAN_OPTIONS:quarantine_size_mb=1:malloc_context_size=3
+  echo "Soaking for $1 min, seed $CELLDESK_SOAK_SEED (see build/asan/soak.log) ..."
+  check "soak, seed $CELLDESK_SOAK_SEED" build/asan/tests/soak_test >build/asan/soak.log 2>&1
+  grep -E '^seed|Failure|FAILED|PASSED' build/asan/soak.log
+}
+
+# The whole program through the tour, every byte and every leak watched. What the toolkit's libraries keep or read
+# is listed in tools/lib/valgrind.supp.
+valgrind_tour() {
+  need_packages valgrind
+  build release
+  echo "The tour under valgrind (see build/valgrind.log) ..."
+  check "the tour under valgrind" valgrind --quiet --leak-check=full --errors-for-leak-kinds=definite \
+    --show-leak-kinds=definite --error-exitcode=9 --suppressions=tools/lib/valgrind.supp --log-file=build/valgrind.log \
+    build/release/bin/celldesk-tour build/release/bin/celldesk-phone build/tour-valgrind
+  grep -E '== (Invalid|Conditional|Use of|[0-9,]+ bytes)' build/valgrind.log
+}

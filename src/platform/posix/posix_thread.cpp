@@ -12,14 +12,16 @@
 namespace celldesk {
 namespace {
 
+// From the caller's own, which the user may have made nicer; the system holds it at its limits.
 int NiceValue(ThreadPriority priority) {
+  const int own = ::getpriority(PRIO_PROCESS, 0);
   switch (priority) {
     case ThreadPriority::kAboveNormal:
-      return -5;
+      return own - 5;
     case ThreadPriority::kBelowNormal:
-      return 5;
+      return own + 5;
     default:
-      return 0;
+      return own;
   }
 }
 
