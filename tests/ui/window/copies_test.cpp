@@ -88,6 +88,19 @@ TEST_F(CopiesTest, DeleteAllCopiesWhatWasThereWhateverTheAnswer) {
   EXPECT_THAT(LastCopy(), HasSubstr("2;Bob;123;"));
 }
 
+TEST_F(CopiesTest, NewCopiesTheEntriesThatThePhoneHasNoPlaceFor) {
+  Load();
+  AddressBook& book = session_.sim().book();
+  ASSERT_EQ(book.memory().Capacity(), 50);
+  AddressEntry& entry = book.At(50);
+  entry.id = u"51";
+  entry.name = u"Zoe";
+  entry.flags = AddressEntry::kOccupied;
+  session_.InNextDialog([](Dialog& dialog) { dialog.EndDialog(kIdCancel); });
+  session_.Command(command::kNew);
+  EXPECT_THAT(LastCopy(), HasSubstr("51;Zoe;"));
+}
+
 TEST_F(CopiesTest, LeavingWithUnsavedChangesCopiesThem) {
   Load();
   Change();
