@@ -29,6 +29,7 @@ namespace {
 
 constexpr int kChooseFor = 370;
 constexpr int kImageHeight = 64;
+constexpr int kMargin = 4;  // small screens have no room to spare
 // A choice list shows at least this much of its texts.
 constexpr int kShownCharacters = 10;
 
@@ -52,6 +53,7 @@ class Builder {
   Builder(QWidget* page, Window& dialog, NativeDialog& native)
       : page_(page), dialog_(dialog), native_(native) {
     outer_ = new QVBoxLayout(page);
+    outer_->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     AddBand();
   }
 

@@ -179,12 +179,12 @@ bool ListTable::Find(const QString& letters) {
 
 void ListTable::keyboardSearch(const QString& letters) { Find(letters); }
 
-// A pen held down asks for the menu as the right button does.
+// A pen held down asks for the menu as the right button does; that button held down has asked already.
 bool ListTable::event(QEvent* event) {
   if (event->type() != QEvent::Gesture) return QTableView::event(event);
   QGesture* gesture = static_cast<QGestureEvent*>(event)->gesture(Qt::TapAndHoldGesture);
   if (gesture == nullptr) return QTableView::event(event);
-  if (gesture->state() == Qt::GestureFinished) {
+  if (gesture->state() == Qt::GestureFinished && QApplication::activePopupWidget() == nullptr) {
     AskForMenu(static_cast<QTapAndHoldGesture*>(gesture)->position().toPoint());
   }
   return true;

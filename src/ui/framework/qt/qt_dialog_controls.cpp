@@ -18,6 +18,7 @@ namespace {
 
 // In a large font a field still shows a whole number.
 constexpr QLatin1String kLongNumber("+447700900123");
+constexpr int kFieldMargins = 9;
 
 template <typename Control>
 Control* Find(const Dialog& dialog, int id) {
@@ -158,7 +159,7 @@ void Dialog::SetControlFont(int id, const FontSet& fonts, FontRole role) {
   if (widget == nullptr) return;
   widget->setFont(FontOf(&fonts, role, widget->font()));
   if (qobject_cast<QLineEdit*>(widget) != nullptr) {
-    widget->setMinimumWidth(widget->fontMetrics().horizontalAdvance(QString(kLongNumber)));
+    widget->setMinimumWidth(widget->fontMetrics().horizontalAdvance(QString(kLongNumber)) + kFieldMargins);
   }
 }
 
