@@ -1,8 +1,6 @@
 #include <algorithm>
 
-#include "simulator/loopback_network.h"
-#include "ui/sms/sms_window.h"
-#include "ui/sms_editor_state.h"
+#include "ui/sms/pending_messages.h"
 
 namespace celldesk {
 namespace {
@@ -89,48 +87,13 @@ class PendingWindow : public SmsWindow {
     Load();
     Select(inbox(), {0});
     Command(command::kDelete);
-    Prepare(messages().At(4), u"Kept", 147).memory = 0;
-    SmsMessage& sent = Prepare(messages().MakeAt(messages().FirstFree()), u"Sent once", 27);
-    sent_pdu_ = Utf8(sent.pdu_text);
+    MakePending(messages(), u"Kept", kLeftToStore);
+    sent_pdu_ = Utf8(MakePending(messages(), u"Sent once", kLeftToSend).pdu_text);
   }
 
-  int TimesSent() {
-    const auto bodies = SentBodies();
-    return static_cast<int>(std::count_if(
-        bodies.begin(), bodies.end(), [&](const std::string& body) { return body.ends_with(sent_pdu_); }));
-  }
-  bool IsPending(std::u16string_view text, std::uint32_t flag) {
-    for (int position = 0; position < messages().count(); ++position) {
-      const SmsMessage& message = messages().At(position);
-      if (message.text == text && (message.flags & flag) != 0) return true;
-    }
-    return false;
-  }
-  /// Whether a message of this text is in the phone.
-  bool PhoneStores(std::u16string_view text) {
-    for (const simulator::MessageStore& store : phone().memory().stores) {
-      for (const auto& [index, stored] : store.messages) {
-        const auto tpdu = simulator::ParseStored(stored);
-        if (tpdu && TextOf(*tpdu) == text) return true;
-      }
-    }
-    return false;
-  }
+  int TimesSent() { return celldesk::TimesSent(*this, sent_pdu_); }
 
  private:
-  // As the editor leaves a message.
-  static SmsMessage& Prepare(SmsMessage& message, std::u16string_view text, std::uint32_t flags) {
-    SmsEditorState state;
-    state.number = u"+447700900555";
-    state.text = text;
-    EXPECT_EQ(state.WriteInto(message), S_OK);
-    message.first_octet = 1;
-    message.flags = flags;
-    message.storage_status = kStoredUnsent;
-    EXPECT_EQ(message.Encode(), S_OK);
-    return message;
-  }
-
   std::string sent_pdu_;
 };
 
@@ -156,8 +119,8 @@ void WalkUploadSteps(const std::string& kind, int answer) {
     for (int i = 0; i < 4; ++i) window.boxes.Answer(answer);
     window.Command(command::kUpload);
     ExpectAtRest(window);
-    EXPECT_TRUE(window.TimesSent() == 1 || window.IsPending(u"Sent once", kMessageToSend));
-    EXPECT_TRUE(window.PhoneStores(u"Kept") || window.IsPending(u"Kept", kMessageToStore));
+    EXPECT_TRUE(window.TimesSent() == 1 || IsPending(window, u"Sent once", kMessageToSend));
+    EXPECT_TRUE(TimesStored(window, u"Kept") > 0 || IsPending(window, u"Kept", kMessageToStore));
     EXPECT_GE(TextsAfterRecovery(window).size(), 4U);
     EXPECT_LE(window.TimesSent(), 1);
   }

@@ -1,0 +1,204 @@
+#include <iostream>
+
+#include "ui/framework/application.h"
+#include "ui/framework/qt/native.h"
+#include "ui/sms/pending_messages.h"
+#include "ui/window/book_window.h"
+
+namespace celldesk {
+namespace {
+
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr milliseconds kTick{50};
+
+constexpr int kEveryCommand[] = {command::kNew,
+                                 command::kOpen,
+                                 command::kDelete,
+                                 command::kDeleteAll,
+                                 command::kConnect,
+                                 command::kSettings,
+                                 command::kImport,
+                                 command::kExport,
+                                 command::kLoadData,
+                                 command::kUpload,
+                                 command::kReply,
+                                 command::kForward,
+                                 command::kItemAssignment,
+                                 command::kDisconnect,
+                                 command::kSendSms,
+                                 command::kConnection,
+                                 command::kUploadSelected};
+
+constexpr Qt::Key kEveryKey[] = {Qt::Key_N, Qt::Key_O, Qt::Key_D, Qt::Key_E, Qt::Key_I, Qt::Key_L,
+                                 Qt::Key_P, Qt::Key_S, Qt::Key_U, Qt::Key_R, Qt::Key_F};
+
+/// A procedure of the window, with what has to be done before it.
+struct Procedure {
+  const char* name;
+  int folder;
+  int command;
+  bool connected = true;
+  std::uint32_t message = 0;  // flags of a message that waits
+  bool entry = false;         // an entry that waits
+};
+
+constexpr Procedure kProcedures[] = {
+    {"Connect", kSimTab, command::kConnect, false},
+    {"Disconnect", kSimTab, command::kDisconnect},
+    {"LoadTheSimBook", kSimTab, command::kLoadData},
+    {"LoadThePhonesBook", 1, command::kLoadData},
+    {"LoadMessages", kInboxTab, command::kLoadData},
+    {"UploadTheSimBook", kSimTab, command::kUpload, true, 0, true},
+    {"UploadTheSelection", kSimTab, command::kUploadSelected, true, 0, true},
+    {"Store", kOutboxTab, command::kUpload, true, kLeftToStore},
+    {"Send", kOutboxTab, command::kUpload, true, kLeftToSend},
+    {"DeleteInThePhone", kInboxTab, command::kUpload, true,
+     kMessageInUse | kMessageChanged | kMessageToDelete},
+};
+
+/// The window before the procedure.
+class Prepared : public WindowSession {
+ public:
+  explicit Prepared(const Procedure& procedure) : WindowSession(PhoneWithMessages()), procedure_(procedure) {
+    phone().AddLatency(60);  // so that a tick falls into every wait
+    EXPECT_TRUE(Start());
+    if (!procedure.connected) return;
+    Command(command::kConnect);
+    ShowFolder(procedure.folder);
+    if (procedure.entry) PrepareEntry();
+    if (procedure.message != 0) PrepareMessage();
+    before_ = phone().received_lines().size();
+  }
+
+  /// Runs the procedure; `disturb` is called every 50 ms of its waits.
+  void Run(std::function<void(int tick)> disturb) {
+    running_ = true;
+    disturb_ = std::move(disturb);
+    ScheduleTick();
+    Command(procedure_.command);
+    running_ = false;
+  }
+  int ticks() const { return tick_; }
+
+  /// What came of it: the phone's lines, the boxes, and what phone and folders hold.
+  std::vector<std::string> Outcome() {
+    const auto& all = phone().received_lines();
+    std::vector<std::string> outcome(all.begin() + static_cast<std::ptrdiff_t>(before_), all.end());
+    for (AddressBookView* view : {&sim(), &phone_book()})
+      for (const std::string& row : Rows(*view)) outcome.push_back(row);
+    const SmsStore& messages = frame().inbox().sms().messages();
+    for (int position = 0; position < messages.count(); ++position)
+      outcome.push_back(Utf8(messages.At(position).text) + std::to_string(messages.At(position).flags));
+    for (const std::string& asked : TakeAsked()) outcome.push_back(asked);
+    outcome.push_back(frame().IsConnected() ? "connected" : "not connected");
+    outcome.push_back(Utf8(frame().StatusText()));
+    return outcome;
+  }
+
+ private:
+  void ScheduleTick() {
+    waiter.Post(waiter.now() + kTick, [this] {
+      if (!running_) return;
+      disturb_(++tick_);
+      ScheduleTick();
+    });
+  }
+  void PrepareEntry() {
+    Command(command::kLoadData);
+    AddressEntry& entry = sim().book().At(0);
+    entry.name = u"Anne";
+    entry.flags |= AddressEntry::kModified;
+    SelectRows(sim(), {0, 1});
+  }
+  void PrepareMessage() {
+    Command(command::kLoadData);
+    SmsStore& messages = frame().inbox().sms().messages();
+    if ((procedure_.message & kMessageToDelete) != 0) {
+      messages.At(0).flags |= procedure_.message;
+    } else {
+      MakePending(messages, u"Pending", procedure_.message);
+    }
+  }
+
+  const Procedure& procedure_;
+  std::size_t before_ = 0;
+  std::function<void(int)> disturb_;
+  bool running_ = false;
+  int tick_ = 0;
+};
+
+class EveryWait : public testing::TestWithParam<Procedure> {};
+
+void GiveEveryCommand(Prepared& window) {
+  const MenuState menu = window.frame().Surface().QueryState();
+  for (const int command : kEveryCommand) {
+    EXPECT_FALSE(menu.IsEnabled(command)) << command;
+    window.Command(command);
+  }
+  for (const Qt::Key key : kEveryKey) PressKey(window.frame(), key, Qt::ControlModifier);
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete, Qt::Key_Escape}) PressKey(window.frame(), key);
+}
+
+// Menus, buttons and keys at every 50 ms of a procedure: it takes its course as if nobody had touched them.
+TEST_P(EveryWait, GivesNoCommand) {
+  std::vector<std::string> expected;
+  simulator::PhoneMemory memory;
+  {
+    Prepared clean(GetParam());
+    clean.Run([](int) {});
+    expected = clean.Outcome();
+    memory = clean.phone().memory();
+  }
+
+  Prepared window(GetParam());
+  int dialogs = 0;
+  Dialog::SetModalHook([&](Dialog& dialog) {
+    ++dialogs;
+    dialog.EndDialog(kIdCancel);
+  });
+  window.Run([&](int) { GiveEveryCommand(window); });
+  EXPECT_EQ(dialogs, 0);
+  EXPECT_GT(window.ticks(), 0);
+  EXPECT_EQ(window.Outcome(), expected);
+  EXPECT_EQ(window.phone().memory(), memory);
+  std::cout << GetParam().name << ": " << window.ticks() << " waits\n";
+}
+
+// A close request at each of them in turn: the procedure ends first, then the program asks, and stays on No.
+TEST_P(EveryWait, ACloseRequestComesAfterTheProcedure) {
+  simulator::PhoneMemory memory;
+  int ticks = 1;
+  {
+    Prepared clean(GetParam());
+    clean.Run([](int) {});
+    memory = clean.phone().memory();
+    ticks = clean.ticks();
+  }
+  for (int at = 1; at <= ticks; ++at) {
+    SCOPED_TRACE(at);
+    Prepared window(GetParam());
+    window.Run([&](int tick) {
+      if (tick != at) return;
+      WidgetOf(&window.frame())->close();
+      EXPECT_TRUE(window.frame().IsVisible());
+    });
+    EXPECT_EQ(window.phone().memory(), memory);
+    if (GetParam().command == command::kDisconnect) {
+      EXPECT_FALSE(window.frame().IsAttached()) << "nothing is left to ask";
+      continue;
+    }
+    EXPECT_THAT(window.TakeAsked(), ElementsAre(testing::HasSubstr("o you want to exit?")));
+    EXPECT_TRUE(window.frame().IsAttached());
+    EXPECT_TRUE(window.frame().IsConnected());
+    EXPECT_FALSE(window.frame().IsBusy());
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Procedures, EveryWait, testing::ValuesIn(kProcedures),
+                         [](const auto& test) { return test.param.name; });
+
+}  // namespace
+}  // namespace celldesk
