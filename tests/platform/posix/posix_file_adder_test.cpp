@@ -4,6 +4,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -97,6 +98,7 @@ TEST_F(PosixFileAdderTest, AFolderThatMayNotBeWrittenIsAnError) {
 
 TEST_F(PosixFileAdderTest, AWriteThatFailsLeavesNothing) {
   ChildProcess limited([&] {
+    std::signal(SIGXFSZ, SIG_DFL);
     const rlimit limit{1000, 1000};
     if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) return 1;
     return adder_.Add(Path("a.vcf"), std::string(2000, 'x')) == kErrorDiskFull ? 0 : 2;

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <thread>
 
 #include "platform/posix/descriptor.h"
@@ -188,6 +189,7 @@ TEST_F(PosixFileSystemTest, WritesToNoPipeThatIsRead) {
 }
 
 TEST_F(PosixFileSystemTest, AFileSizeLimitIsAFullDisk) {
+  std::signal(SIGXFSZ, SIG_DFL);
   rlimit before{};
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
   rlimit limit = before;
