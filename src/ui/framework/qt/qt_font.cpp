@@ -48,8 +48,9 @@ bool FontSet::Create(std::u16string_view face, int height) {
   at(FontRole::kBoldItalic).setItalic(true);
   at(FontRole::kFieldStruckOut).setStrikeOut(true);
   at(FontRole::kFieldUnderlined).setUnderline(true);
-  // A system without any font at all gives fonts of no size.
-  if (QFontInfo(list).pixelSize() <= 0 || QFontInfo(field).pixelSize() <= 0) return false;
+  // A system without any font at all gives fonts of no size. One is enough to tell: each that is looked at is
+  // opened.
+  if (QFontInfo(list).pixelSize() <= 0) return false;
   native_ = std::move(fonts);
   return true;
 }
