@@ -138,6 +138,8 @@ TEST_F(ContactsDatabaseNameTest, EndsAtItsZeroAndAtAHalfCharacter) {
   EXPECT_EQ(ContactsDatabaseName(registry_), u"ab");
   Name({RegistryType::kString, {'a', 0, 'b'}});
   EXPECT_EQ(ContactsDatabaseName(registry_), u"a");
+  Name({RegistryType::kString, {'a', 0, 0x59, 0x01, 0, 0}});
+  EXPECT_EQ(ContactsDatabaseName(registry_), u"a\u0159");
 }
 
 TEST_F(ContactsDatabaseNameTest, AnOfferFillsAnAbsentValue) {

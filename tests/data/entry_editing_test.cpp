@@ -27,6 +27,10 @@ TEST(NameLimit, IsThePhonesOwnOrForty) {
   EXPECT_EQ(NumberLimit(book), 20);
   book.memory().name_length = -1;
   EXPECT_EQ(NameLimit(book), 40);
+  book.memory().name_length = 1;
+  book.memory().number_length = 1;
+  EXPECT_EQ(NameLimit(book), 1);
+  EXPECT_EQ(NumberLimit(book), 1);
 }
 
 TEST(AssignableIds, AreTheFreeSlotsAndTheEntrysOwn) {

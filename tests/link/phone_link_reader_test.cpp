@@ -89,6 +89,7 @@ TEST_F(PhoneLinkReaderTest, FailingReadsAreTriedAgain) {
   ASSERT_EQ(link.Open(), S_OK);
   ports.line->FailReads(100);
   ASSERT_TRUE(ports.line->WaitUntilReadsFailed());
+  EXPECT_GE(ports.line->errors_cleared(), 100) << "before each of them";
   ports.line->Arrive("OK\r");
   EXPECT_EQ(NextLine(), u"OK");
 }

@@ -189,6 +189,15 @@ TEST(SmsService, HasRoomUntilEveryMemoryIsKnownToBeFull) {
   EXPECT_FALSE(session.service.HasRoom());
 }
 
+TEST(SmsService, CountsWhatIsToBeStoredInAnEmptyMemory) {
+  SmsSession session(Capabilities("\"SM\"") + Select("SM", "< +CPMS: 0,1\n< OK\n"));
+  EXPECT_EQ(session.service.QueryCapabilities(), S_OK);
+  EXPECT_EQ(session.service.SelectMemory(0), S_OK);
+  EXPECT_TRUE(session.service.HasRoom());
+  AddMessage(session.service, kMessageInUse | kMessageToStore, kSimMemory);
+  EXPECT_FALSE(session.service.HasRoom());
+}
+
 TEST(SmsService, HasNoRoomWhenTheRecordsAreFull) {
   SmsSession session;
   SmsStore& messages = session.service.messages();
