@@ -91,6 +91,18 @@ TEST_F(ListViewTest, BuildsItsColumns) {
   EXPECT_EQ(HeaderText(list(), 2), "Number");
 }
 
+TEST_F(ListViewTest, MeasuresItsHeaderInTheFontItIsDrawnIn) {
+  const QHeaderView& header = *list().native()->table->horizontalHeader();
+  QHeaderView usual(Qt::Horizontal);
+  usual.setModel(list().native()->model);
+  EXPECT_EQ(header.sizeHint().height(), usual.sizeHint().height());
+  for (int column = 0; column < list().ColumnCount(); ++column) {
+    EXPECT_GE(header.sectionSizeHint(column),
+              header.fontMetrics().horizontalAdvance(QString::fromStdString(HeaderText(list(), column))));
+    EXPECT_LE(header.sectionSizeHint(column), usual.sectionSizeHint(column));
+  }
+}
+
 TEST_F(ListViewTest, SetsWidthsFromTheLeft) {
   list().SetWidths({60, 70});
   EXPECT_THAT(list().Widths(), ElementsAre(60, 70, 170));

@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "ui/framework/list_view.h"
+#include "ui/framework/qt/list_header.h"
 #include "ui/framework/qt/native.h"
 #include "ui/framework/window.h"
 
@@ -24,7 +25,7 @@ namespace {
 
 constexpr int kOpenCommand = 2006;
 constexpr int kRowPadding = 6;
-constexpr int kIcon = 14, kGap = 2;
+constexpr int kIcon = 14, kGap = 2, kTextMargin = 4;
 constexpr double kSmallestFont = 0.7;
 constexpr int kWidestHint = 600;
 
@@ -81,9 +82,18 @@ class RowDelegate : public QStyledItemDelegate {
     QStyledItemDelegate::initStyleOption(option, index);
     option->state.setFlag(QStyle::State_MouseOver, index.row() == table_->hot_row());
     option->textElideMode = Qt::ElideRight;
+    if (option->icon.isNull() && index.column() + 1 < index.model()->columnCount()) Shrink(*option);
   }
 
  private:
+  // A date that is a little too wide for its column is drawn smaller, and whole; a long text is cut.
+  static void Shrink(QStyleOptionViewItem& item) {
+    const QFont fitting = FittingFont(item.font, item.text, item.rect.width() - 2 * kTextMargin);
+    if (QFontMetrics(fitting).horizontalAdvance(item.text) > item.rect.width() - 2 * kTextMargin) return;
+    item.font = fitting;
+    item.fontMetrics = QFontMetrics(fitting);
+  }
+
   ListTable* table_;
 };
 
@@ -115,6 +125,7 @@ ListTable::ListTable(ListView& list, QWidget* parent) : QTableView(parent), list
   verticalHeader()->setMinimumSectionSize(16);
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+  setHorizontalHeader(new ListHeader(this));
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setStretchLastSection(true);
   horizontalHeader()->setSectionsClickable(true);
