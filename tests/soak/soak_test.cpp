@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -17,15 +19,18 @@
 #include "ui/sms/pending_messages.h"
 #include "ui/window/live_window.h"
 
+// The sanitizer's count of what is allocated; what it keeps for itself grows for a long time.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes() __attribute__((weak));
+
 namespace celldesk {
 namespace {
 
 using testing::IsSupersetOf;
 
-constexpr int kRounds = 2;               // where no minutes are given
-constexpr int kWarmUp = 5;               // rounds after which memory is measured
-constexpr std::size_t kKept = 3;         // messages of earlier rounds that stay in the phone
-constexpr double kLargestGrowth = 12.0;  // megabytes, from the warm-up to the end
+constexpr int kRounds = 2;              // where no minutes are given
+constexpr int kWarmUp = 5;              // rounds after which memory is measured
+constexpr std::size_t kKept = 3;        // messages of earlier rounds that stay in the phone
+constexpr double kLargestGrowth = 2.0;  // megabytes, from the warm-up to the end
 
 const std::vector<std::string>& Faults() {
   static const std::vector<std::string> kFaults = {
@@ -51,8 +56,11 @@ std::size_t OpenDescriptors() {
   return static_cast<std::size_t>(std::distance(begin(descriptors), end(descriptors)));
 }
 
-/// Megabytes in memory.
-double Resident() {
+/// Megabytes: allocated under the sanitizer, else in memory.
+double MemoryInUse() {
+  if (__sanitizer_get_current_allocated_bytes != nullptr) {
+    return static_cast<double>(__sanitizer_get_current_allocated_bytes()) / 1e6;
+  }
   std::ifstream statm("/proc/self/statm");
   double size = 0, resident = 0;
   statm >> size >> resident;
@@ -98,6 +106,8 @@ class Soak {
     if (&faulty == &kUploadSteps) Arm(faulty);
     UploadAll();
     Recover();
+    // As the program's own loop does, which does not run here.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(Numbers(), initial_numbers_) << "no entry moved, came or went";
     EXPECT_THAT(Messages(), IsSupersetOf(initial_messages_)) << "nothing went that was not deleted";
   }
@@ -248,13 +258,14 @@ TEST(Soak, MemoryAndDescriptorsStayFlatAndPhoneAndProgramAgree) {
   while (soak.rounds() < kRounds || Clock::now() < end) {
     soak.Round();
     if (soak.rounds() == 1) descriptors = OpenDescriptors();
-    if (soak.rounds() <= kWarmUp) memory = Resident();
+    if (soak.rounds() <= kWarmUp) memory = MemoryInUse();
+    std::cout << "  " << MemoryInUse() << " MB" << std::endl;
     EXPECT_EQ(OpenDescriptors(), descriptors) << "round " << soak.rounds();
   }
   soak.CheckTheEnd();
   std::cout << "seed " << seed << ", " << soak.rounds() << " rounds, " << memory << " MB after the warm-up, "
-            << Resident() << " MB at the end, " << descriptors << " descriptors\n";
-  EXPECT_LT(Resident() - memory, kLargestGrowth);
+            << MemoryInUse() << " MB at the end, " << descriptors << " descriptors\n";
+  EXPECT_LT(MemoryInUse() - memory, kLargestGrowth);
 }
 
 }  // namespace
