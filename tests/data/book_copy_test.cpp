@@ -34,6 +34,12 @@ TEST_F(CopyEntriesTest, TakesTheSelectedEntriesInListOrder) {
   EXPECT_EQ(Names(destination_), (Texts{u"mine", u"C", u"A"}));
 }
 
+TEST_F(CopyEntriesTest, FillsTheFirstSlotOfAnEmptyBookWithASelection) {
+  AddressBook empty = LoadedBook(2, u"ME");
+  EXPECT_EQ(CopyEntries(source_, std::vector<int>{2}, empty, observer_), S_OK);
+  EXPECT_EQ(observer_.rows, (std::vector<int>{0}));
+}
+
 TEST_F(CopyEntriesTest, KeepsTheIdAndMarksTheCopyModified) {
   EXPECT_EQ(CopyEntries(source_, std::vector<int>{2}, destination_, observer_), S_OK);
   EXPECT_EQ(destination_.At(1).id, u"3");
