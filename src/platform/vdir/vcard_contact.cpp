@@ -62,7 +62,7 @@ ContactRecord VcardContact::Properties() const {
   add(kContactGivenName, given_);
   add(kContactMobileNumber, mobile_);
   add(kContactBusinessNumber, business_);
-  add(kContactHomeNumber, home_.empty() ? other_ : home_);
+  add(kContactHomeNumber, HomeNumber());
   add(kContactCompany, company_);
   add(kContactFileAs, formatted_);
   return record;
@@ -70,8 +70,10 @@ ContactRecord VcardContact::Properties() const {
 
 // Programs that know a company or a number only repeat it as the formatted name, which must not be empty.
 bool VcardContact::RepeatsAnother(const std::u16string& text) const {
-  return text == company_ || text == mobile_ || text == business_ || text == home_ || text == other_;
+  return text == company_ || text == mobile_ || text == business_ || text == HomeNumber();
 }
+
+const std::u16string& VcardContact::HomeNumber() const { return home_.empty() ? other_ : home_; }
 
 std::u16string VcardContact::Surname() const {
   const bool has_name = !family_.empty() || !given_.empty() || !additional_.empty();

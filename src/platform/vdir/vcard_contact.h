@@ -18,6 +18,8 @@ class VcardContact {
   void TakeName(const VcardLine& line);
   void TakeNumber(const VcardLine& line);
   bool RepeatsAnother(const std::u16string& text) const;
+  /// The home number, or the first of an unknown kind when there is none.
+  const std::u16string& HomeNumber() const;
   std::u16string Surname() const;
 
   bool is_version_4_ = false;

@@ -97,6 +97,13 @@ TEST(VcardReader, AFormattedNameThatRepeatsCompanyOrNumberIsNoName) {
     EXPECT_EQ(Text("FN:603\r\nTEL;" + std::string(type) + ":603\r\n", kContactSurname), u"") << type;
 }
 
+// A number that is left out cannot stand for the name: the contact would have nothing of it.
+TEST(VcardReader, AFormattedNameThatRepeatsADroppedNumberIsAName) {
+  const ContactRecord contact = Read("FN:603\r\nTEL:603\r\nTEL;HOME:2\r\n");
+  EXPECT_EQ(Text(contact, kContactSurname), u"603");
+  EXPECT_EQ(Text(contact, kContactHomeNumber), u"2");
+}
+
 TEST(VcardReader, TheFirstNumberOfEachKindCounts) {
   const ContactRecord contact = Read(
       "TEL;TYPE=CELL:\r\nTEL;TYPE=CELL:1\r\nTEL;TYPE=CELL:2\r\nTEL;TYPE=WORK:3\r\nTEL;TYPE=WORK:4\r\n"
