@@ -11,14 +11,25 @@ constexpr std::uint32_t kSignBit = 0x80000000;  // turned over, negative numbers
 
 int CompareAscending(const AddressEntry& left, const AddressEntry& right, AddressColumn column,
                      const Locale& locale) {
-  if (column == AddressColumn::kName) return locale.Compare(left.name, right.name);
-  if (column == AddressColumn::kNumber) return locale.Compare(left.number, right.number);
+  if (column != AddressColumn::kId) return locale.Compare(EntryText(left, column), EntryText(right, column));
   const int left_id = ParseDecimal(left.id);
   const int right_id = ParseDecimal(right.id);
   return (left_id > right_id) - (left_id < right_id);
 }
 
 }  // namespace
+
+std::u16string_view EntryText(const AddressEntry& entry, AddressColumn column) {
+  switch (column) {
+    case AddressColumn::kId:
+      return entry.id;
+    case AddressColumn::kName:
+      return entry.name;
+    case AddressColumn::kNumber:
+      return entry.number;
+  }
+  return {};
+}
 
 int CompareEntries(const AddressEntry& left, const AddressEntry& right, AddressColumn column, bool descending,
                    const Locale& locale) {
@@ -29,10 +40,8 @@ int CompareEntries(const AddressEntry& left, const AddressEntry& right, AddressC
 std::vector<std::uint32_t> EntryPlaces(std::span<const AddressEntry* const> entries, AddressColumn column,
                                        const Locale& locale) {
   if (column != AddressColumn::kId) {
-    const auto text = column == AddressColumn::kName ? &AddressEntry::name : &AddressEntry::number;
-    return locale.Ranks(entries.size(), [&](std::size_t i, std::u16string&) -> std::u16string_view {
-      return entries[i]->*text;
-    });
+    return locale.Ranks(entries.size(),
+                        [&](std::size_t i, std::u16string&) { return EntryText(*entries[i], column); });
   }
   std::vector<std::uint32_t> places(entries.size());
   std::transform(entries.begin(), entries.end(), places.begin(), [](const AddressEntry* entry) {

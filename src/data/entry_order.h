@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "data/address_entry.h"
@@ -11,6 +12,9 @@ namespace celldesk {
 
 /// Columns of an address book list.
 enum class AddressColumn { kId, kName, kNumber };
+
+/// What a list shows of the entry in the column; valid as long as the entry is unchanged.
+std::u16string_view EntryText(const AddressEntry& entry, AddressColumn column);
 
 /// Negative, zero or positive as `left` stands before, with or after `right`: ids by their decimal values,
 /// texts by the user's collation. A descending order negates the result.

@@ -155,16 +155,7 @@ int AddressBookView::AddItem(std::size_t record) {
 
 std::u16string_view AddressBookView::ColumnText(std::size_t record, int column, std::u16string& /*buffer*/) {
   if (static_cast<int>(record) >= book_.count()) return {};
-  const AddressEntry& entry = book_.At(static_cast<int>(record));
-  switch (static_cast<AddressColumn>(column)) {
-    case AddressColumn::kId:
-      return entry.id;
-    case AddressColumn::kName:
-      return entry.name;
-    case AddressColumn::kNumber:
-      return entry.number;
-  }
-  return {};
+  return EntryText(book_.At(static_cast<int>(record)), static_cast<AddressColumn>(column));
 }
 
 int AddressBookView::ItemImage(std::size_t record) {

@@ -91,16 +91,7 @@ std::vector<std::uint64_t> AddressChooser::SortKeys(std::span<const std::uint32_
 
 std::u16string_view AddressChooser::ColumnText(std::size_t record, int column, std::u16string& /*buffer*/) {
   if (column == kMemoryColumn) return BookOf(record).memory().name;
-  const AddressEntry& entry = EntryOf(record);
-  switch (static_cast<AddressColumn>(column - 1)) {
-    case AddressColumn::kId:
-      return entry.id;
-    case AddressColumn::kName:
-      return entry.name;
-    case AddressColumn::kNumber:
-      return entry.number;
-  }
-  return {};
+  return EntryText(EntryOf(record), static_cast<AddressColumn>(column - 1));
 }
 
 ListView& AddressChooser::list() { return List(kListId); }
