@@ -1,6 +1,8 @@
 #include <QCoreApplication>
+#include <QScrollBar>
 #include <algorithm>
 #include <cstdio>
+#include <optional>
 #include <span>
 #include <vector>
 
