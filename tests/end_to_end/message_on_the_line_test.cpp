@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+
 #include "end_to_end/phone_process.h"
 #include "end_to_end/program_session.h"
 #include "tools/program_run.h"
@@ -69,7 +71,7 @@ TEST_P(MessageOnTheLine, ArrivesAsTheEncoderPrintsIt) {
   session.Command(command::kUpload);
   EXPECT_THAT(session.Asked(), SizeIs(GetParam().refused ? 2 : 0));
   const std::string sent = "AT+CMGS=" + wanted.length + "<0D>" + wanted.pdu + "<1A>";
-  EXPECT_THAT(phone.ReceivedUntil("<1A>"), HasSubstr(sent));
+  EXPECT_THAT(phone.End(), HasSubstr(sent));
 }
 
 const Writing kPlain{kOwnNumber, u"Hi there"};
@@ -92,15 +94,10 @@ INSTANTIATE_TEST_SUITE_P(
 std::string ReadByOthers(const FreshHome& home, const std::string& device) {
   std::ofstream(home.File("gammurc"))
       << "[gammu]\ndevice = " << device << "\nconnection = at115200\nmodel = at\n";
-  QProcess gammu;
-  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  environment.insert("LC_ALL", "C.UTF-8");
-  gammu.setProcessEnvironment(environment);
-  gammu.setProcessChannelMode(QProcess::MergedChannels);
-  gammu.start("gammu", {"-c", QString::fromStdString(home.File("gammurc")), "getallsms"});
-  EXPECT_TRUE(gammu.waitForFinished(60000)) << "the program gammu is missing: install the package gammu";
-  EXPECT_EQ(gammu.exitCode(), 0);
-  return gammu.readAll().toStdString();
+  simulator::Program gammu("env", {"LC_ALL=C.UTF-8", "gammu", "-c", home.File("gammurc"), "getallsms"});
+  std::string listing = gammu.ReadAll();
+  EXPECT_EQ(gammu.Wait(), 0) << "install the package gammu";
+  return listing;
 }
 
 class MessageReadByOthers : public testing::TestWithParam<bool> {};
@@ -109,10 +106,12 @@ class MessageReadByOthers : public testing::TestWithParam<bool> {};
 // comes back (SMS-DELIVER), and its delivery report.
 TEST_P(MessageReadByOthers, IsTheMessageThatWasWritten) {
   const FreshHome home;
-  const QStringList memory{"--state", QString::fromStdString(home.File("phone"))};
+  const std::vector<std::string> memory = {"--state", home.File("phone")};
   const std::u16string text = u"Gr\u00FC\u00DFe @ K\u00F6ln: \u00A35, \u00D8 \u0394 \u00BF?@";
   {
-    PhoneProcess phone(memory + QStringList{"--profile", GetParam() ? "no-smsc" : "default"});
+    std::vector<std::string> arguments = memory;
+    arguments.insert(arguments.end(), {"--profile", GetParam() ? "no-smsc" : "default"});
+    PhoneProcess phone(arguments);
     ProgramSession session;
     if (GetParam()) session.UseAdapter();
     session.Command(command::kConnect);

@@ -2,69 +2,54 @@
 
 #include <gtest/gtest.h>
 
-#include <QProcess>
+#include <sstream>
 #include <string>
+#include <vector>
 
+#include "simulator/phone_program.h"
 #include "support/paths.h"
 
 namespace celldesk {
 
 /// The built simulated phone in a process of its own. It lists itself as the port "Simulated phone" of the
-/// runtime directory and tells what passes over its line.
+/// runtime directory.
 class PhoneProcess {
  public:
-  explicit PhoneProcess(const QStringList& arguments) {
-    process_.start(QString::fromStdString(ProgramFolder() + "/celldesk-phone"),
-                   QStringList{"--verbose"} + arguments);
-    while (!process_.canReadLine()) {
-      if (process_.waitForReadyRead()) continue;
-      ADD_FAILURE() << "the phone does not start: " << process_.readAllStandardError().toStdString();
-      return;
-    }
-    device_ = process_.readLine().trimmed().toStdString();
-    process_.setReadChannel(QProcess::StandardError);
+  explicit PhoneProcess(std::vector<std::string> arguments) : program_(Path(), Traced(std::move(arguments))) {
+    device_ = program_.ReadLine();
+    EXPECT_NE(device_, "") << "the phone does not start";
   }
-  ~PhoneProcess() {
-    process_.terminate();
-    process_.waitForFinished();
-  }
+  ~PhoneProcess() { End(); }
   PhoneProcess(const PhoneProcess&) = delete;
   PhoneProcess& operator=(const PhoneProcess&) = delete;
 
   const std::string& device() const { return device_; }
 
-  /// Every byte that the phone received until it had received `last`; bytes that cannot be read stand as
-  /// "<0D>".
-  std::string ReceivedUntil(const std::string& last) {
-    while (received_.find(last) == std::string::npos) {
-      if (process_.bytesAvailable() == 0) process_.waitForReadyRead(kPatience);
-      const QByteArray trace = process_.readAll();
-      if (trace.isEmpty()) {
-        ADD_FAILURE() << "the phone never received " << last << "\nbut " << received_;
-        return received_;
-      }
-      Take(trace);
+  /// Ends the phone. Every byte that it received; one that cannot be printed stands as "<0D>". Nothing
+  /// the second time.
+  std::string End() {
+    if (has_ended_) return {};
+    program_.Signal(SIGTERM);
+    std::istringstream trace(program_.ReadAll());
+    EXPECT_EQ(program_.Wait(), 0);
+    has_ended_ = true;
+    std::string received;
+    for (std::string line; std::getline(trace, line);) {
+      if (line.starts_with("> ")) received += line.substr(2);
     }
-    return received_;
+    return received;
   }
 
  private:
-  static constexpr int kPatience = 30000;
-
-  // Lines of the trace begin with "> " for what comes to the phone.
-  void Take(const QByteArray& trace) {
-    trace_ += trace;
-    for (qsizetype end = trace_.indexOf('\n'); end >= 0; end = trace_.indexOf('\n')) {
-      const QByteArray line = trace_.left(end);
-      trace_.remove(0, end + 1);
-      if (line.startsWith("> ")) received_ += line.mid(2).toStdString();
-    }
+  static std::string Path() { return ProgramFolder() + "/celldesk-phone"; }
+  static std::vector<std::string> Traced(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "--verbose");
+    return arguments;
   }
 
-  QProcess process_;
-  QByteArray trace_;
+  simulator::Program program_;
   std::string device_;
-  std::string received_;
+  bool has_ended_ = false;
 };
 
 }  // namespace celldesk

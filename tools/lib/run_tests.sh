@@ -6,7 +6,7 @@ export QT_QPA_PLATFORM=offscreen
 export ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1
 export LSAN_OPTIONS=suppressions=$root/tools/lib/leaks.supp:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1
-export TSAN_OPTIONS=halt_on_error=1
+export TSAN_OPTIONS=halt_on_error=1:suppressions=$root/tools/lib/tsan.supp:print_suppressions=0
 
 # run_one PROGRAM: runs a test program with its output in a log beside it. For xargs.
 run_one() {
