@@ -280,6 +280,7 @@ Status AddressBookView::Download() {
   rows_read_ = 0;
   const Status status = AfterQuery(ReadPhonebook(services().engine, book_, this));
   if (!Failed(status)) changed_ = false;
+  list().SortAgain();
   return status;
 }
 

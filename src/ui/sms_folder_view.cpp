@@ -302,6 +302,9 @@ void SmsFolderView::LoadData() {
     services().engine.waiter().Pause(kBeforeDownload);
     status = sms().ListAll(this);
     if (!Failed(status)) filled_ = loaded_ = sibling_->loaded_ = true;
+    for (SmsFolderView* folder : {this, sibling_}) {
+      if (folder->IsAttached()) folder->list().SortAgain();
+    }
   }
   list().SetEmptyText(EmptyText());
   if (Failed(status)) TellCommunicationError(frame().window(), services().engine);

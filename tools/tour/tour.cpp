@@ -54,7 +54,7 @@ QPoint PlaceOf(QTableView& table, int row) {
 }
 
 QPalette DarkPalette() {
-  QPalette dark;
+  QPalette dark(QColor(53, 53, 56), QColor(45, 45, 48));  // frames and edges follow from these
   dark.setColor(QPalette::Window, QColor(45, 45, 48));
   dark.setColor(QPalette::WindowText, Qt::white);
   dark.setColor(QPalette::Base, QColor(30, 30, 32));

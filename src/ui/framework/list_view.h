@@ -54,7 +54,8 @@ class ListView {
 
   int RowCount() const;
   void Reserve(std::size_t rows);
-  /// Replaces all rows at once: in this order, each record once. The toolkit is told of them together.
+  /// Replaces all rows at once: in this order, each record once, or in that of a header that was clicked.
+  /// The toolkit is told of them together.
   void SetRows(std::span<const std::uint32_t> records);
   /// Appends a row; its index.
   int AddRow(std::size_t record);
@@ -92,6 +93,8 @@ class ListView {
   /// Sorts in the order of the owner's Compare, negated when descending; equal rows keep their order.
   /// Selection and focus stay with their records.
   void Sort();
+  /// Sorts again after rows came, if a header says that the list is sorted.
+  void SortAgain();
 
   Window& owner() const { return owner_; }
   int id() const { return id_; }

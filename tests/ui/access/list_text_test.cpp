@@ -7,6 +7,7 @@
 #include <QStyleOptionViewItem>
 #include <QTest>
 #include <QToolTip>
+#include <set>
 
 #include "ui/framework/qt/list_table.h"
 #include "ui/framework/qt/native.h"
@@ -22,11 +23,13 @@ class ListText : public testing::Test {
   QTableView& table() { return *window_.inbox().list().native()->table; }
   QModelIndex Cell(int row, int column) { return table().model()->index(row, column); }
   /// The width that the cell's text takes as it is drawn.
-  int Wanted(const QModelIndex& cell) {
+  int Wanted(const QModelIndex& cell) { return Drawn(cell).width(); }
+  int DrawnHeight(const QModelIndex& cell) { return Drawn(cell).height(); }
+  QSize Drawn(const QModelIndex& cell) {
     QStyleOptionViewItem option;
     option.initFrom(&table());
     option.rect = table().visualRect(cell);
-    return table().itemDelegate()->sizeHint(option, cell).width();
+    return table().itemDelegate()->sizeHint(option, cell);
   }
   void Hover(const QModelIndex& cell) {
     const QPoint place = table().visualRect(cell).center();
@@ -43,6 +46,22 @@ TEST_F(ListText, OfADateIsDrawnWhole) {
   for (int row = 0; row < table().model()->rowCount(); ++row) {
     EXPECT_LE(Wanted(Cell(row, SmsColumns::kDate)), 100) << row;
   }
+}
+
+TEST_F(ListText, OfAllDatesOfAColumnHasOneSize) {
+  table().setColumnWidth(SmsColumns::kDate, 100);
+  std::set<int> sizes;
+  // The first round finds the longest date, the second is what stays on the screen.
+  for (const bool counts : {false, true}) {
+    for (int row = 0; row < table().model()->rowCount(); ++row) {
+      const int size = DrawnHeight(Cell(row, SmsColumns::kDate));
+      if (counts) sizes.insert(size);
+    }
+  }
+  EXPECT_EQ(sizes.size(), 1u);
+  table().setColumnWidth(SmsColumns::kDate, 300);
+  EXPECT_GT(DrawnHeight(Cell(0, SmsColumns::kDate)), *sizes.begin())
+      << "with room it is drawn as large as all";
 }
 
 TEST_F(ListText, IsNotDrawnTooSmallToRead) {

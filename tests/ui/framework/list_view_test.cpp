@@ -213,6 +213,23 @@ TEST_F(ListViewTest, SortsByTheClickedHeader) {
   EXPECT_EQ(HeaderText(list(), 2), "Numberv");
 }
 
+TEST_F(ListViewTest, StaysSortedWhenNewRowsCome) {
+  Fill({5, 3, 9});
+  ClickHeader(list(), 1);
+  list().SetRows(std::vector<std::uint32_t>{8, 2, 6});
+  EXPECT_THAT(Records(), ElementsAre(2, 6, 8));
+  list().AddRow(4);
+  EXPECT_THAT(Records(), ElementsAre(2, 6, 8, 4)) << "a row that comes does not move the others";
+  list().SortAgain();
+  EXPECT_THAT(Records(), ElementsAre(2, 4, 6, 8));
+}
+
+TEST_F(ListViewTest, KeepsTheGivenOrderUntilAHeaderIsClicked) {
+  list().SetRows(std::vector<std::uint32_t>{8, 2, 6});
+  list().SortAgain();
+  EXPECT_THAT(Records(), ElementsAre(8, 2, 6));
+}
+
 TEST_F(ListViewTest, FlipsOnAFirstClickOnTheFirstColumn) {
   Fill({5, 3, 9});
   ClickHeader(list(), 0);

@@ -2,7 +2,10 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QImage>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPalette>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -41,6 +44,28 @@ std::vector<std::string> ButtonTexts(const QMessageBox& box) {
   std::vector<std::string> texts;
   for (const QAbstractButton* button : box.buttons()) texts.push_back(button->text().toStdString());
   return texts;
+}
+
+TEST_F(MessageBoxTest, DrawsTheIconOfThisProgramInTheColourOfItsText) {
+  const QPalette usual = QApplication::palette();
+  const auto picture = [](BoxIcon icon) {
+    QImage image;
+    Show({u"Really?", {}, BoxButtons::kOk, icon, false}, [&](QMessageBox& box) {
+      image = box.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"))->pixmap().toImage();
+      box.reject();
+    });
+    return image;
+  };
+  QPalette dark = usual;
+  dark.setColor(QPalette::ButtonText, Qt::white);
+  for (const BoxIcon icon : {BoxIcon::kInformation, BoxIcon::kWarning, BoxIcon::kStop, BoxIcon::kQuestion}) {
+    const QImage light_picture = picture(icon);
+    EXPECT_FALSE(light_picture.isNull());
+    QApplication::setPalette(dark);
+    EXPECT_NE(picture(icon), light_picture) << "drawn for a dark window too";
+    QApplication::setPalette(usual);
+  }
+  EXPECT_NE(picture(BoxIcon::kQuestion), picture(BoxIcon::kInformation));
 }
 
 TEST_F(MessageBoxTest, ShowsTextCaptionIconAndButtons) {

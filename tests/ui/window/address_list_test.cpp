@@ -62,6 +62,15 @@ TEST(AddressList, FlipsTheDirectionOnTheSameHeaderAndKeepsItForAnother) {
   EXPECT_EQ(HeaderText(list, 1), "Name");
 }
 
+TEST(AddressList, StaysSortedByTheHeaderWhenItIsLoadedAgain) {
+  BookWindow window(Unsorted());
+  window.Load();
+  ClickHeader(window.sim().list(), 1);
+  window.Load();
+  EXPECT_THAT(window.SimRows(), ElementsAre("10|Anna|200", "2|Bert|300", "9|Carl|100"));
+  EXPECT_EQ(HeaderText(window.sim().list(), 1), "Name^");
+}
+
 TEST(AddressList, SortsDescendingOnTheFirstClickOnTheFirstColumn) {
   BookWindow window(Unsorted());
   window.Load();

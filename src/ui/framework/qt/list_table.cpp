@@ -13,6 +13,7 @@
 #include <QTapAndHoldGesture>
 #include <QToolTip>
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "ui/framework/list_view.h"
@@ -39,6 +40,8 @@ QFont FittingFont(QFont font, const QString& text, int width) {
   }
   return font;
 }
+
+bool IsFigures(const QString& text) { return !text.isEmpty() && text.front().isDigit(); }
 
 class RowDelegate : public QStyledItemDelegate {
  public:
@@ -82,18 +85,43 @@ class RowDelegate : public QStyledItemDelegate {
     QStyledItemDelegate::initStyleOption(option, index);
     option->state.setFlag(QStyle::State_MouseOver, index.row() == table_->hot_row());
     option->textElideMode = Qt::ElideRight;
-    if (option->icon.isNull() && index.column() + 1 < index.model()->columnCount()) Shrink(*option);
+    if (option->icon.isNull() && index.column() + 1 < index.model()->columnCount()) {
+      Shrink(*option, index.column());
+    }
   }
 
  private:
+  // The room in a column, and the sizes of a font before and after it was made to fit, in pixels.
+  struct ColumnSize {
+    int room = 0, whole = 0, drawn = 0;
+  };
+
   // A date that is a little too wide for its column is drawn smaller, and whole; a long text is cut.
-  static void Shrink(QStyleOptionViewItem& item) {
-    const QFont fitting = FittingFont(item.font, item.text, item.rect.width() - 2 * kTextMargin);
-    if (QFontMetrics(fitting).horizontalAdvance(item.text) > item.rect.width() - 2 * kTextMargin) return;
+  // The dates of a column all take the size of the longest.
+  void Shrink(QStyleOptionViewItem& item, int column) const {
+    const int room = item.rect.width() - 2 * kTextMargin;
+    QFont fitting = FittingFont(item.font, item.text, room);
+    if (QFontMetrics(fitting).horizontalAdvance(item.text) > room) return;
+    if (IsFigures(item.text)) {
+      const ColumnSize own{room, QFontInfo(item.font).pixelSize(), QFontInfo(fitting).pixelSize()};
+      fitting.setPixelSize(SizeInColumn(column, own));
+    }
     item.font = fitting;
     item.fontMetrics = QFontMetrics(fitting);
   }
 
+  // What was painted before a smaller one is painted once more.
+  int SizeInColumn(int column, const ColumnSize& own) const {
+    ColumnSize& common = sizes_[column];
+    if (common.room != own.room || common.whole != own.whole) common = own;
+    if (own.drawn < common.drawn) {
+      common.drawn = own.drawn;
+      table_->viewport()->update();
+    }
+    return common.drawn;
+  }
+
+  mutable std::map<int, ColumnSize> sizes_;
   ListTable* table_;
 };
 

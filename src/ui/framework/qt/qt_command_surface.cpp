@@ -107,10 +107,12 @@ class MenuBarStyle : public QProxyStyle {
     return {usual.width(), std::max({usual.height(), kTouchTarget, beside})};
   }
 
-  // The toolkit's style underlines each title, which beside the buttons looks like a stray line.
+  // The toolkit's style underlines titles and the room beside them in pieces, which looks like stray lines.
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override {
-    if (element != CE_MenuBarItem) return QProxyStyle::drawControl(element, option, painter, widget);
+    if (element != CE_MenuBarItem && element != CE_MenuBarEmptyArea) {
+      return QProxyStyle::drawControl(element, option, painter, widget);
+    }
     painter->save();
     painter->setClipRect(option->rect.adjusted(0, 0, 0, -1), Qt::IntersectClip);
     QProxyStyle::drawControl(element, option, painter, widget);

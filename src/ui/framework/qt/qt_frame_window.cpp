@@ -14,6 +14,7 @@ namespace celldesk {
 namespace {
 
 constexpr QSize kDefaultSize(640, 420);
+constexpr int kStatusMargin = 4;
 
 // The toolkit's close and activation become messages; closing is the program's own decision.
 class NativeFrameWindow : public QMainWindow {
@@ -45,6 +46,7 @@ QLabel* AddStatusField(QMainWindow* window, const char* name, int stretch) {
   auto* label = new QLabel;
   label->setObjectName(QLatin1String(name));
   label->setTextFormat(Qt::PlainText);
+  label->setContentsMargins(kStatusMargin, 0, kStatusMargin, 0);
   window->statusBar()->addWidget(label, stretch);
   return label;
 }

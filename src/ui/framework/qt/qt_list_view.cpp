@@ -96,7 +96,12 @@ void ListView::SetAssignmentStyle(bool on) {
 
 int ListView::RowCount() const { return native_->model->rowCount({}); }
 void ListView::Reserve(std::size_t rows) { native_->model->Reserve(rows); }
-void ListView::SetRows(std::span<const std::uint32_t> records) { native_->model->SetRows(records); }
+
+void ListView::SetRows(std::span<const std::uint32_t> records) {
+  native_->model->SetRows(records);
+  SortAgain();
+}
+
 int ListView::AddRow(std::size_t record) { return native_->model->Append(record); }
 
 void ListView::RemoveRow(int row) {
@@ -191,5 +196,9 @@ void ListView::OnHeaderClick(int column) {
 }
 
 void ListView::Sort() { native_->model->Reorder(RowsInOrder(owner_, native_->model->rows(), descending_)); }
+
+void ListView::SortAgain() {
+  if (native_->table->horizontalHeader()->isSortIndicatorShown()) Sort();
+}
 
 }  // namespace celldesk

@@ -2,9 +2,11 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStyle>
 #include <utility>
 
 #include "ui/framework/qt/native.h"
+#include "ui/framework/qt/qt_icons.h"
 #include "ui/framework/qt/qt_message_box.h"
 #include "ui/framework/qt/qt_text.h"
 #include "ui/resources/resources.h"
@@ -45,6 +47,33 @@ QMessageBox::Icon IconFor(BoxIcon icon) {
       break;
   }
   return QMessageBox::NoIcon;
+}
+
+std::string_view IconName(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::kInformation:
+      return "information";
+    case BoxIcon::kWarning:
+      return "warning";
+    case BoxIcon::kStop:
+      return "stop";
+    case BoxIcon::kQuestion:
+      return "question";
+    case BoxIcon::kNone:
+      break;
+  }
+  return {};
+}
+
+// The toolkit's own pictures are of another family, and not for dark windows.
+void SetIcon(QMessageBox& box, BoxIcon icon) {
+  box.setIcon(IconFor(icon));
+  auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"));
+  if (label == nullptr) return;
+  label->setAccessibleName(box.windowTitle());
+  if (icon == BoxIcon::kNone) return;
+  const int size = box.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &box);
+  label->setPixmap(IconOf(IconName(icon)).pixmap({size, size}, box.devicePixelRatioF()));
 }
 
 QPushButton* AddButton(QMessageBox& box, QMessageBox::StandardButton which, int text) {
@@ -94,10 +123,7 @@ int ShowMessageBoxOver(QWidget* owner, BoxQuestion question) {
   // Texts from the phone are shown as they are, never read as markup; "\r" is the line end of our own texts.
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQt(question.text).replace(u'\r', u'\n'));
-  box.setIcon(IconFor(question.icon));
-  if (auto* icon = box.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"))) {
-    icon->setAccessibleName(box.windowTitle());
-  }
+  SetIcon(box, question.icon);
   AddButtons(box, question);
   const NormalCursor cursor;
   return AnswerFor(box.exec());
