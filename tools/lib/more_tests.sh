@@ -16,7 +16,7 @@ fuzz() {
 }
 
 fuzz_one() {
-  "build/fuzz/fuzz/$1_fuzz" -max_total_time="$2" -print_final_stats=1 -artifact_prefix="$3/$1-" \
+  "build/fuzz/bin/$1_fuzz" -max_total_time="$2" -print_final_stats=1 -artifact_prefix="$3/$1-" \
     "build/fuzz/corpus/$1" "fuzz/corpus/$1" >"build/fuzz/$1.log" 2>&1
 }
 
