@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
+#include <QMenuBar>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QTabBar>
@@ -136,7 +138,7 @@ INSTANTIATE_TEST_SUITE_P(Scales, TextFitElsewhere,
                          testing::Values(Surroundings{"1", "de_DE.UTF-8"}, Surroundings{"1.5", "cs_CZ.UTF-8"},
                                          Surroundings{"2", "de_DE.UTF-8"}));
 
-// A pen hits the bar's buttons and the menus' titles.
+// A pen hits the bar's buttons, the menus' titles and the tabs.
 TEST(TouchTargets, AreLargeEnoughForAPen) {
   int buttons = 0;
   VisitWindows([&buttons](const std::string& name, QWidget& window) {
@@ -148,6 +150,23 @@ TEST(TouchTargets, AreLargeEnoughForAPen) {
     }
   });
   EXPECT_GT(buttons, 60);
+}
+
+TEST(TouchTargets, OfMenusAndTabsAreHighEnoughForAPen) {
+  int titles = 0, tabs = 0;
+  VisitWindows([&](const std::string& name, QWidget& window) {
+    for (const QMenuBar* bar : window.findChildren<QMenuBar*>()) {
+      for (QAction* title : bar->actions()) {
+        ++titles;
+        EXPECT_GE(bar->actionGeometry(title).height(), 32) << name << title->text().toStdString();
+      }
+    }
+    for (const QTabBar* bar : window.findChildren<QTabBar*>()) {
+      for (int tab = 0; tab < bar->count(); ++tab, ++tabs) EXPECT_GE(bar->tabRect(tab).height(), 32) << name;
+    }
+  });
+  EXPECT_GT(titles, 16);
+  EXPECT_GT(tabs, 32);
 }
 
 }  // namespace

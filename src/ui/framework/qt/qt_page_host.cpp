@@ -1,5 +1,6 @@
 #include <QListWidget>
 #include <QMainWindow>
+#include <QProxyStyle>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QStackedWidget>
@@ -18,6 +19,17 @@ namespace celldesk {
 namespace {
 
 constexpr int kPagesName = 372;
+constexpr int kTouchTarget = 32;
+
+// Tabs as high as the command bar's buttons, for a pen.
+class TabStyle : public QProxyStyle {
+ public:
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                         const QWidget* widget) const override {
+    const QSize usual = QProxyStyle::sizeFromContents(type, option, size, widget);
+    return type == CT_TabBarTab ? usual.expandedTo({0, kTouchTarget}) : usual;
+  }
+};
 
 QWidget* PlaceFor(Window& owner, int id) {
   auto* dialog = dynamic_cast<Dialog*>(&owner);
@@ -55,6 +67,9 @@ PageHost::PageHost(Window& owner, int id, PageHostStyle style)
                      [this](int row) { OnTabClicked(row); });
   } else {
     native_->tabs = new QTabBar(place);
+    auto* tab_style = new TabStyle;
+    tab_style->setParent(native_->tabs);
+    native_->tabs->setStyle(tab_style);
     native_->tabs->setAccessibleName(ToQt(LoadString(kPagesName)));
     native_->tabs->setDocumentMode(true);
     native_->tabs->setExpanding(false);
