@@ -220,6 +220,11 @@ void MainFrame::ShowCounts() {
   ListView& list = current_folder().list();
   const int rows = list.RowCount();
   const int selected = static_cast<int>(list.SelectedCount());
+  if (rows == 1) {
+    SetStatusRight(selected > 0 ? Format(LoadString(text::kOneItemSelected), {selected})
+                                : LoadString(text::kOneItem));
+    return;
+  }
   SetStatusRight(selected > 0 ? Format(LoadString(text::kItemsSelected), {rows, selected})
                               : Format(LoadString(text::kItems), {rows}));
 }

@@ -151,19 +151,28 @@ TEST(AddressList, TellsAnEmptyFolderWhatToDoNext) {
   session.sim().list().UpdateNow();
 }
 
+std::string Counts(BookWindow& window) {
+  window.Pump();
+  return static_cast<QLabel*>(ControlOf(window.frame(), QStringLiteral("status_right")))
+      ->text()
+      .toStdString();
+}
+
 TEST(AddressList, CountsItsRowsAndTheSelectionInTheStatusLine) {
   BookWindow window(Unsorted());
   window.Load();
-  const auto counts = [&] {
-    window.Pump();
-    return static_cast<QLabel*>(ControlOf(window.frame(), QStringLiteral("status_right")))
-        ->text()
-        .toStdString();
-  };
-  EXPECT_EQ(counts(), "3 items");
+  EXPECT_EQ(Counts(window), "3 items");
   ClickRow(window.sim().list(), 0);
   ClickRow(window.sim().list(), 2, Qt::ShiftModifier);
-  EXPECT_EQ(counts(), "3 items, 3 selected");
+  EXPECT_EQ(Counts(window), "3 items, 3 selected");
+}
+
+TEST(AddressList, CountsOneRowInTheSingular) {
+  BookWindow window(PhoneWith({{2, "300", u"Bert"}}, 12));
+  window.Load();
+  EXPECT_EQ(Counts(window), "1 item");
+  ClickRow(window.sim().list(), 0);
+  EXPECT_EQ(Counts(window), "1 item, 1 selected");
 }
 
 TEST(AddressList, EnablesTheButtonsOfTheSelectionAtTheNextIdleTime) {
