@@ -48,6 +48,11 @@ class SimulatedPhone {
   const std::vector<std::string>& received_lines() const { return received_lines_; }
   /// Every byte received.
   const std::string& received_bytes() const { return received_bytes_; }
+  /// Empties both, which grow for as long as the phone is used.
+  void ForgetReceived() {
+    received_lines_ = {};
+    received_bytes_ = {};
+  }
 
  private:
   void Handle(const Input& input);
