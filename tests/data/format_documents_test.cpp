@@ -2,30 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "data/address_book_file.h"
 #include "data/book_fixture.h"
 #include "data/sms_file.h"
-#include "support/paths.h"
+#include "support/document_examples.h"
 
 namespace celldesk {
 namespace {
 
-/// The last block of a document, with the line ends of a file.
+/// The last block of a document, which stands for a file.
 std::string ExampleOf(const std::string& document) {
-  std::ifstream stream(SourceFolder() + "/docs/formats/" + document);
-  std::string example;
-  bool inside = false;
-  for (std::string line; std::getline(stream, line);) {
-    if (line.starts_with("```")) {
-      inside = !inside;
-      if (inside) example.clear();
-    } else if (inside) {
-      example += line + "\r\n";
-    }
-  }
-  return example;
+  const std::vector<std::string> examples = DocumentExamples(document);
+  return examples.empty() ? std::string() : examples.back();
 }
 
 FieldBytes Bytes(const std::string& text) {

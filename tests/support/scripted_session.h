@@ -19,8 +19,8 @@ namespace celldesk {
 ///     > AT+CPBS="SM"\r\n
 ///     < OK
 ///   )");
-///   EXPECT_EQ(SomeProcedure(session.engine), S_OK);
-///   EXPECT_EQ(session.waiter.now(), 500ms);
+///
+/// The procedure is then given `session.engine`, and `session.waiter.now()` is the time that it took.
 class ScriptedSession {
  public:
   explicit ScriptedSession(std::string_view script = {});

@@ -1,32 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
 #include "data/contacts_fixture.h"
 #include "platform/vdir/vcard_writer.h"
 #include "platform/vdir/vcards.h"
-#include "support/paths.h"
+#include "support/document_examples.h"
 
 namespace celldesk {
 namespace {
 
-/// The example blocks of the document, in order, with the line ends of a vCard.
-std::vector<std::string> Examples() {
-  std::ifstream stream(SourceFolder() + "/docs/formats/vcard.md");
-  std::vector<std::string> examples;
-  bool inside = false;
-  for (std::string line; std::getline(stream, line);) {
-    if (line.starts_with("```")) {
-      inside = !inside;
-      if (inside) examples.emplace_back();
-    } else if (inside) {
-      examples.back() += line + "\r\n";
-    }
-  }
-  return examples;
-}
+std::vector<std::string> Examples() { return DocumentExamples("vcard.md"); }
 
 class VcardDocument : public ContactsFixture {};
 

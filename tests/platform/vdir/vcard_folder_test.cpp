@@ -112,7 +112,7 @@ TEST_F(DefaultContactsFolderTest, AFolderWithVcardsIsPreferred) {
 TEST_F(DefaultContactsFolderTest, ACollectionInASubfolderIsFound) {
   home_.Write(".contacts/.git/a.vcf", "x");
   home_.Write(".contacts/b.txt", "x");
-  home_.Write(".contacts/work/a.vcf", "x");
+  home_.Write(".contacts/office/a.vcf", "x");
   home_.Write(".contacts/friends/a.vcf", "x");
   home_.Write(".contacts/aunts/a.txt", "x");
   EXPECT_EQ(Default(), InHome(".contacts/friends"));

@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QTabBar>
 #include <set>
 
 #include "ui/access/all_windows.h"
@@ -65,6 +66,18 @@ TEST(AccessibleTree, NamesEveryControlOfTheFolders) {
                           QAccessible::MenuItem, QAccessible::ColumnHeader}) {
     EXPECT_TRUE(walk.roles.contains(role)) << role;
   }
+}
+
+// The toolkit answers for a row of tabs with its current tab.
+TEST(AccessibleTree, NamesRowsOfTabsThemselves) {
+  int rows = 0;
+  VisitWindows([&rows](const std::string& name, QWidget& window) {
+    for (const QTabBar* tabs : window.findChildren<QTabBar*>()) {
+      EXPECT_FALSE(tabs->accessibleName().isEmpty()) << name;
+      ++rows;
+    }
+  });
+  EXPECT_GT(rows, 8);
 }
 
 TEST(AccessibleTree, NamesEveryControlOfTheDialogs) {

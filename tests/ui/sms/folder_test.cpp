@@ -303,6 +303,19 @@ TEST(SmsFolderView, AClickOnTheSortedHeaderTurnsTheOrder) {
   EXPECT_EQ(SmsWindow::Cell(window.inbox(), 0, 3), "Who are you?");
 }
 
+TEST(SmsFolderView, BothFoldersStaySortedByTheirHeadersWhenTheyAreLoadedAgain) {
+  SmsWindow window;
+  window.Load();
+  ClickHeader(window.inbox().list(), 2);
+  window.ShowFolder(kOutboxTab);
+  ClickHeader(window.outbox().list(), 1);
+  window.Load();
+  EXPECT_THAT(window.OutboxTexts(), ElementsAre("Done", "Train is late"));
+  window.ShowFolder(kInboxTab);
+  EXPECT_THAT(SmsWindow::Column(window.inbox(), 2),
+              ElementsAre("10.1.2026 19:02:10", "3.1.2026 09:12:45", "4.1.2026 18:30:00"));
+}
+
 TEST(SmsFolderView, MessagesWithoutTimeStandLastInBothDirections) {
   SmsWindow window;
   window.Load();

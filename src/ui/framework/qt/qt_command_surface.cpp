@@ -19,13 +19,13 @@
 #include "ui/framework/qt/native.h"
 #include "ui/framework/qt/qt_icons.h"
 #include "ui/framework/qt/qt_text.h"
+#include "ui/framework/qt/touch_target.h"
 #include "ui/resources/resources.h"
 
 namespace celldesk {
 namespace {
 
 constexpr int kBarName = 371;
-constexpr int kTouchTarget = 32;
 constexpr int kFirstCommand = 2000;  // numbers below are controls
 constexpr int kListCharacters = 14;
 constexpr int kLabelMargin = 4;

@@ -12,6 +12,7 @@
 #include "ui/framework/qt/native.h"
 #include "ui/framework/qt/qt_icons.h"
 #include "ui/framework/qt/qt_text.h"
+#include "ui/framework/qt/touch_target.h"
 #include "ui/framework/window.h"
 #include "ui/resources/resources.h"
 
@@ -19,7 +20,6 @@ namespace celldesk {
 namespace {
 
 constexpr int kPagesName = 372;
-constexpr int kTouchTarget = 32;
 
 // Tabs as high as the command bar's buttons, for a pen.
 class TabStyle : public QProxyStyle {
