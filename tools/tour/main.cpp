@@ -2,24 +2,8 @@
 #include <QFile>
 #include <cstdio>
 
+#include "profile.h"
 #include "tour.h"
-
-namespace {
-
-using celldesk::Tour;
-
-// A profile of its own, with a service centre, and the simulated phone as its first port.
-void MakeProfile(const QString& folder) {
-  QDir(folder).removeRecursively();
-  QDir().mkpath(folder + "/config/celldesk");
-  QDir().mkpath(folder + "/run");
-  QFile::setPermissions(folder + "/run", QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-  qputenv("XDG_CONFIG_HOME", (folder + "/config").toUtf8());
-  qputenv("XDG_RUNTIME_DIR", (folder + "/run").toUtf8());
-  QFile::copy(CELLDESK_FIRST_SETTINGS, folder + "/config/celldesk/settings.ini");
-}
-
-}  // namespace
 
 int main(int argument_count, char** arguments) {
   if (argument_count != 3) {
@@ -28,8 +12,11 @@ int main(int argument_count, char** arguments) {
   }
   const QString phone = QFile::decodeName(arguments[1]);
   const QString folder = QDir(QFile::decodeName(arguments[2])).absolutePath();
-  MakeProfile(folder);
-  Tour tour(argument_count, arguments, folder);
+  if (!celldesk::MakeProfile(folder)) {
+    std::fprintf(stderr, "%s cannot be made.\n", qPrintable(folder));
+    return 2;
+  }
+  celldesk::Tour tour(argument_count, arguments, folder);
   tour.Step("The simulated phone starts and names its device", [&] { return tour.StartPhone(phone); });
   tour.Step("The window opens", [&] { return tour.application().InitInstance({}, true); });
   if (tour.all_passed()) {

@@ -187,7 +187,7 @@ void Tour::ExpectBox(const QString& text, int answer, const QString& picture) {
     watch->deleteLater();
     watch->stop();
     if (box->text().contains(text)) --open_expectations_;
-    if (!picture.isEmpty()) box->grab().save(folder_ + "/" + picture + ".png");
+    if (!picture.isEmpty()) Picture(picture, *box);
     QAbstractButton* button = box->button(ButtonFor(answer));
     if (button == nullptr) button = box->buttons().constFirst();
     button->click();
@@ -208,11 +208,16 @@ bool Tour::WaitUntil(const std::function<bool()>& condition, int patience) {
   return QTest::qWaitFor(condition, patience);
 }
 
-void Tour::Picture(const QString& name) {
+bool Tour::Picture(const QString& name) {
   Settle();
   QWidget* top = QApplication::activeModalWidget();
-  if (top == nullptr) top = WidgetOf(&frame());
-  top->grab().save(folder_ + "/" + name + ".png");
+  return Picture(name, top == nullptr ? *WidgetOf(&frame()) : *top);
+}
+
+bool Tour::Picture(const QString& name, QWidget& window) {
+  const bool saved = window.isVisible() && window.grab().save(folder_ + "/" + name + ".png");
+  if (!saved) Step(("The picture " + name + " is taken").toUtf8().constData(), [] { return false; });
+  return saved;
 }
 
 void Tour::Resize(int width, int height) {

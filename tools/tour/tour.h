@@ -53,8 +53,9 @@ class Tour {
   /// Waits until the condition holds, with the window alive; false after `patience` milliseconds.
   bool WaitUntil(const std::function<bool()>& condition, int patience = 20000);
 
-  /// A picture of the top window: NAME.png.
-  void Picture(const QString& name);
+  /// A picture of the top window: NAME.png. A picture that could not be taken is a failure; so says the end.
+  bool Picture(const QString& name);
+  bool Picture(const QString& name, QWidget& window);
   void Resize(int width, int height);
   void SetDark(bool dark);
 
