@@ -7,6 +7,7 @@
 #include <QLockFile>
 #include <QSaveFile>
 #include <QThread>
+#include <chrono>
 
 namespace celldesk {
 namespace {
@@ -17,6 +18,10 @@ constexpr int kLockLeftBehindMs = 2000;
 constexpr int kLockDeadlineMs = 10'000;
 constexpr unsigned long kLockPollMs = 2;
 constexpr qint64 kLargestFile = 32 * 1024 * 1024;
+
+// No file system counts time in larger steps: a change that comes after the reading of a file of that age
+// gives it another time.
+constexpr std::chrono::seconds kTimeStep(2);
 
 bool Acquire(QLockFile& lock) {
   lock.setStaleLockTime(kLockLeftBehindMs);
@@ -32,7 +37,27 @@ bool Acquire(QLockFile& lock) {
 
 }  // namespace
 
+// The time is taken before the content: what is read then is at least as new.
 std::optional<SettingsDocument> SettingsFile::Read() const {
+  const std::optional<Stamp> stamp = PresentStamp();
+  if (stamp && last_ && last_->stamp == *stamp) return last_->document;
+  last_.reset();
+  auto document = ReadAnew();
+  if (!stamp || !document) return document;
+  if (std::filesystem::file_time_type::clock::now() - stamp->time > kTimeStep) last_ = {*stamp, *document};
+  return document;
+}
+
+std::optional<SettingsFile::Stamp> SettingsFile::PresentStamp() const {
+  const std::filesystem::path path(QFile::encodeName(QString::fromStdU16String(path_)).toStdString());
+  std::error_code error;
+  const auto time = std::filesystem::last_write_time(path, error);
+  if (error) return std::nullopt;
+  const auto size = std::filesystem::file_size(path, error);
+  return error ? std::nullopt : std::optional<Stamp>({time, size});
+}
+
+std::optional<SettingsDocument> SettingsFile::ReadAnew() const {
   QFile file(QString::fromStdU16String(path_));
   const QFileInfo info(file);
   if (!info.exists()) return SettingsDocument();
@@ -48,7 +73,7 @@ SystemError SettingsFile::Change(const std::function<SystemError(SettingsDocumen
   if (!QDir().mkpath(QFileInfo(path).absolutePath())) return kErrorAccessDenied;
   QLockFile lock(path + ".lock");
   if (!Acquire(lock)) return kErrorAccessDenied;
-  auto document = Read();
+  auto document = ReadAnew();
   if (!document) return kErrorAccessDenied;
   const std::string before = document->ToText();
   const SystemError error = change(*document);

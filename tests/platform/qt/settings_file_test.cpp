@@ -56,9 +56,14 @@ class SettingsFileTest : public testing::Test {
       return kErrorSuccess;
     });
   }
-  std::optional<RegistryData> Port() const {
-    const auto document = SettingsFile(FromUtf8(Path())).Read();
+  std::optional<RegistryData> Port() const { return PortIn(SettingsFile(FromUtf8(Path()))); }
+  static std::optional<RegistryData> PortIn(const SettingsFile& file) {
+    const auto document = file.Read();
     return document ? document->Value(kKey, u"Port") : std::nullopt;
+  }
+
+  void SetAge(std::chrono::hours age) const {
+    std::filesystem::last_write_time(Path(), std::filesystem::file_time_type::clock::now() - age);
   }
 
   TemporaryFolder folder_;
@@ -71,6 +76,74 @@ void LimitFiles(rlim_t size, bool killed) {
   const rlimit limit{size, size};
   if (::signal(SIGXFSZ, killed ? SIG_DFL : SIG_IGN) == SIG_ERR || ::setrlimit(RLIMIT_FSIZE, &limit) != 0)
     ::_exit(99);
+}
+
+// A content of the same size, in the file's place.
+std::string WithPort(std::string text, const std::string& port) {
+  return text.replace(text.find("COM4:"), 5, port);
+}
+
+TEST_F(SettingsFileTest, AFileThatHasNotChangedForAWhileIsReadOnce) {
+  const SettingsFile file(FromUtf8(Path()));
+  SetAge(std::chrono::hours(1));
+  ASSERT_EQ(PortIn(file), StringData(u"COM4:"));
+  const auto time = std::filesystem::last_write_time(Path());
+  folder_.Write("settings.ini", WithPort(before_, "COM7:"));
+  std::filesystem::last_write_time(Path(), time);
+  EXPECT_EQ(PortIn(file), StringData(u"COM4:")) << "nothing shows that the file is another";
+}
+
+TEST_F(SettingsFileTest, AFileWithAnotherTimeIsReadAgain) {
+  const SettingsFile file(FromUtf8(Path()));
+  SetAge(std::chrono::hours(1));
+  ASSERT_EQ(PortIn(file), StringData(u"COM4:"));
+  folder_.Write("settings.ini", WithPort(before_, "COM7:"));
+  EXPECT_EQ(PortIn(file), StringData(u"COM7:"));
+  folder_.Write("settings.ini", WithPort(before_, "COM8:"));
+  SetAge(std::chrono::hours(2));
+  EXPECT_EQ(PortIn(file), StringData(u"COM8:")) << "an older one too";
+}
+
+TEST_F(SettingsFileTest, AFileWithAnotherSizeIsReadAgain) {
+  const SettingsFile file(FromUtf8(Path()));
+  SetAge(std::chrono::hours(1));
+  ASSERT_EQ(PortIn(file), StringData(u"COM4:"));
+  const auto time = std::filesystem::last_write_time(Path());
+  folder_.Write("settings.ini", WithPort(before_, "COM7:") + "\n");
+  std::filesystem::last_write_time(Path(), time);
+  EXPECT_EQ(PortIn(file), StringData(u"COM7:"));
+}
+
+// Two changes within one step of the file system's time leave no trace in it.
+TEST_F(SettingsFileTest, AYoungFileIsAlwaysReadAgain) {
+  const SettingsFile file(FromUtf8(Path()));
+  const auto soon = std::filesystem::file_time_type::clock::now() + std::chrono::hours(1);
+  std::filesystem::last_write_time(Path(), soon);
+  ASSERT_EQ(PortIn(file), StringData(u"COM4:"));
+  folder_.Write("settings.ini", WithPort(before_, "COM7:"));
+  std::filesystem::last_write_time(Path(), soon);
+  EXPECT_EQ(PortIn(file), StringData(u"COM7:"));
+}
+
+TEST_F(SettingsFileTest, AFileThatHasGoneIsAnEmptyOne) {
+  const SettingsFile file(FromUtf8(Path()));
+  SetAge(std::chrono::hours(1));
+  ASSERT_EQ(PortIn(file), StringData(u"COM4:"));
+  std::filesystem::remove(Path());
+  EXPECT_EQ(PortIn(file), std::nullopt);
+}
+
+TEST_F(SettingsFileTest, AChangeStartsFromTheFileAndNotFromWhatWasRead) {
+  SettingsFile file(FromUtf8(Path()));
+  SetAge(std::chrono::hours(1));
+  ASSERT_EQ(PortIn(file), StringData(u"COM4:"));
+  const auto time = std::filesystem::last_write_time(Path());
+  folder_.Write("settings.ini", WithPort(before_, "COM7:"));
+  std::filesystem::last_write_time(Path(), time);
+  EXPECT_EQ(file.Change([](SettingsDocument& document) {
+    return document.Value(kKey, u"Port") == StringData(u"COM7:") ? kErrorSuccess : kErrorFileNotFound;
+  }),
+            kErrorSuccess);
 }
 
 TEST_F(SettingsFileTest, OnAFullDiskTheOldFileStaysAndTheProgramGoesOn) {
