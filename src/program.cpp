@@ -28,7 +28,8 @@ struct Program::Machine {
         application(argument_count, arguments,
                     MachineServices{opener, threads, registry, locale, shell, ports, inspector, files,
                                     contacts, nullptr, &instances}) {
-    static_cast<void>(OfferContactsDatabase(registry, DefaultContactsFolder));
+    application.PostAfterPaint(
+        [this] { static_cast<void>(OfferContactsDatabase(registry, DefaultContactsFolder)); });
     const char* trace = std::getenv("CELLDESK_TRACE");
     if (trace != nullptr) application.link().set_trace(LineTrace::ToFile(trace));
   }

@@ -54,6 +54,9 @@ class Application : public Object, public Waiter {
   void PostQuit(int code);
   /// Runs `work` from the message loop, after everything that waits now.
   void Post(std::function<void()> work);
+  /// Runs `work` from the message loop, once a window has been painted and is on the screen: for what a start
+  /// need not wait for.
+  void PostAfterPaint(std::function<void()> work);
   void Beep();
   /// How often it sounded; for tests.
   int beeps() const { return beeps_; }

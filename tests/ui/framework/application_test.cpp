@@ -138,6 +138,41 @@ TEST_F(ApplicationTest, DoesIdleWorkAfterACommandThatWaited) {
   EXPECT_FALSE(view.counts.empty());
 }
 
+// A window that notes when it is painted, and what had been done by then.
+class PaintedWindow : public QWidget {
+ public:
+  explicit PaintedWindow(std::vector<std::string>& events) : events_(events) {}
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override { events_.push_back("painted"); }
+
+ private:
+  std::vector<std::string>& events_;
+};
+
+TEST_F(ApplicationTest, KeepsWorkUntilAWindowIsPainted) {
+  std::vector<std::string> events;
+  application().PostAfterPaint([&] { events.push_back("first work"); });
+  application().PostAfterPaint([&] { events.push_back("second work"); });
+  for (int i = 0; i < 3; ++i) application().PumpMessages();
+  EXPECT_THAT(events, IsEmpty());
+  PaintedWindow window(events);
+  window.show();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return events.size() >= 3; }));
+  EXPECT_THAT(events, ElementsAre("painted", "first work", "second work"));
+  window.repaint();
+  application().PumpMessages();
+  EXPECT_THAT(events, ElementsAre("painted", "first work", "second work", "painted")) << "once";
+}
+
+TEST_F(ApplicationTest, DropsWorkThatNoPaintingCameFor) {
+  bool done = false;
+  application().PostAfterPaint([&] { done = true; });
+  application().Post([&] { application().PostQuit(0); });
+  EXPECT_EQ(application().Run(nullptr), 0);
+  EXPECT_FALSE(done);
+}
+
 TEST_F(ApplicationTest, PumpsEverythingThatWaitsWithoutIdleWork) {
   IdleView view(1);
   application().set_current_view(&view);

@@ -5,6 +5,9 @@
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QTimer>
+#include <functional>
+#include <utility>
+#include <vector>
 
 #include "ui/framework/application.h"
 #include "ui/framework/command_surface.h"
@@ -58,6 +61,7 @@ struct NativeApplication : public QObject {
 
   bool eventFilter(QObject* /*watched*/, QEvent* event) override {
     if (event->type() == kIdleEvent) return false;
+    if (event->type() == QEvent::Paint && !after_paint.empty()) PostAfterPaintWork();
     PostIdle();
     message_seen = true;
     if (event->spontaneous()) input_seen = true;
@@ -71,6 +75,11 @@ struct NativeApplication : public QObject {
     event->accept();
     if (event->type() == QEvent::KeyPress) Accelerate(command, surface);
     return event->type() == QEvent::KeyPress;
+  }
+
+  // A timer's turn comes when the paint event has been handled and the picture handed over.
+  void PostAfterPaintWork() {
+    for (auto& work : std::exchange(after_paint, {})) QTimer::singleShot(0, this, std::move(work));
   }
 
   static int AcceleratorCommand(const QKeyEvent& key) {
@@ -137,6 +146,7 @@ struct NativeApplication : public QObject {
 
   QApplication toolkit;
   QElapsedTimer pump_clock;
+  std::vector<std::function<void()>> after_paint;
   QEventLoop* loop = nullptr;
   int waiting = 0;
   int exit_code = 0;
@@ -261,6 +271,10 @@ void Application::PostQuit(int code) {
 
 void Application::Post(std::function<void()> work) {
   QMetaObject::invokeMethod(native_.get(), std::move(work), Qt::QueuedConnection);
+}
+
+void Application::PostAfterPaint(std::function<void()> work) {
+  native_->after_paint.push_back(std::move(work));
 }
 
 void Application::Beep() {
