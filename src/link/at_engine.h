@@ -25,7 +25,7 @@ inline constexpr std::chrono::milliseconds kBeforePdu{800};
 }  // namespace timing
 
 /// AT commands over the link: formats and writes a command, waits for lines, detects the phone. Keeps no
-/// state of its own. Interface thread only.
+/// state of a command. Interface thread only.
 class AtEngine {
  public:
   /// Both are borrowed for the engine's life.
@@ -43,6 +43,9 @@ class AtEngine {
   /// The next complete line, without line feeds before it, so that a reply reads the same however the port
   /// cut it; E_FAIL on a time-out.
   Status WaitLine(ResponseLine& response, std::chrono::milliseconds timeout);
+  /// How often WaitLine has failed since the program began. Where it grows during a procedure an answer is
+  /// lost, or will be taken for that of a later command.
+  int missed_answers() const { return missed_answers_; }
   /// Lines until a final result: S_OK on "OK", E_FAIL on "ERROR" or a time-out.
   Status WaitFinal(ResponseLine& response, std::chrono::milliseconds timeout);
   /// Resets the phone to its profile, echo off, verbose results, and waits for its "OK".
@@ -51,6 +54,7 @@ class AtEngine {
  private:
   PhoneLink& link_;
   Waiter& waiter_;
+  int missed_answers_ = 0;
 };
 
 }  // namespace celldesk

@@ -186,6 +186,7 @@ void AddressBookView::EmptyBook() {
   frame().SaveCopies();
   book_.ClearAll();
   list().Clear();
+  lacks_rows_ = false;
 }
 
 void AddressBookView::Edit() {
@@ -293,8 +294,12 @@ void AddressBookView::LoadData() {
   Status status = S_OK;
   {
     const PhoneProcedure procedure(frame(), Format(LoadString(text::kReading), {title(), 0}));
+    const int missed = services().engine.missed_answers();
     status = Initialise();
-    if (!Failed(status)) status = Download();
+    if (!Failed(status)) {
+      status = Download();
+      lacks_rows_ = Failed(status) || services().engine.missed_answers() != missed;
+    }
   }
   list().SetEmptyText(EmptyText());
   ReportFailure(status);

@@ -52,6 +52,7 @@ class AddressBookView : public FolderView, public PhonebookObserver {
   std::u16string_view ColumnText(std::size_t record, int column, std::u16string& buffer) override;
   int ItemImage(std::size_t record) override;
   std::u16string Hint() const override;
+  bool MayLackRows() const override { return lacks_rows_; }
 
   void RowRead(int position) override;
   void Repaint() override;
@@ -88,6 +89,7 @@ class AddressBookView : public FolderView, public PhonebookObserver {
   ProgressDialog progress_;
   AddressBookView* partner_ = nullptr;
   bool changed_ = false;
+  bool lacks_rows_ = false;
   int rows_read_ = 0;
 };
 

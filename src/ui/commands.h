@@ -100,6 +100,7 @@ inline constexpr int kHelpMissing = 313;
 inline constexpr int kNoCopy = 314;
 inline constexpr int kOneItem = 315;
 inline constexpr int kOneItemSelected = 316;
+inline constexpr int kMayLackRows = 317;
 inline constexpr int kEmptyConnect = 320;
 inline constexpr int kEmptyLoad = 321;
 inline constexpr int kEmptyLoaded = 322;

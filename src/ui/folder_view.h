@@ -50,6 +50,9 @@ class FolderView : public Dialog {
   /// Keeps the frame's command bar and status line up to date.
   bool OnIdle(int count) override;
 
+  /// True when the phone may hold more than the last Load Data read: an answer was missed on the way.
+  virtual bool MayLackRows() const { return false; }
+
   /// What the user is to do in the folder's present mode, for the status line; empty in the ordinary one.
   virtual std::u16string Hint() const { return {}; }
 

@@ -220,13 +220,15 @@ void MainFrame::ShowCounts() {
   ListView& list = current_folder().list();
   const int rows = list.RowCount();
   const int selected = static_cast<int>(list.SelectedCount());
+  std::u16string counts;
   if (rows == 1) {
-    SetStatusRight(selected > 0 ? Format(LoadString(text::kOneItemSelected), {selected})
-                                : LoadString(text::kOneItem));
-    return;
+    counts =
+        selected > 0 ? Format(LoadString(text::kOneItemSelected), {selected}) : LoadString(text::kOneItem);
+  } else {
+    counts = selected > 0 ? Format(LoadString(text::kItemsSelected), {rows, selected})
+                          : Format(LoadString(text::kItems), {rows});
   }
-  SetStatusRight(selected > 0 ? Format(LoadString(text::kItemsSelected), {rows, selected})
-                              : Format(LoadString(text::kItems), {rows}));
+  SetStatusRight(current_folder().MayLackRows() ? Format(LoadString(text::kMayLackRows), {counts}) : counts);
 }
 
 std::u16string MainFrame::IdleStatus() {

@@ -60,6 +60,7 @@ const SmsMessage* SmsFolderView::MessageOf(std::size_t record) const {
 bool SmsFolderView::OnInitDialog(int focus, LongParameter parameter) {
   FolderView::OnInitDialog(focus, parameter);
   list().SetImages({"message", "message_unread"}, SmsColumns::kNumber);
+  list().FitColumn(SmsColumns::kDate);
   return true;
 }
 
@@ -285,7 +286,10 @@ int SmsFolderView::Mark(int row, bool toggle) {
   return 1;
 }
 
-void SmsFolderView::LoadData() {
+void SmsFolderView::LoadData() { LoadData(services().engine.missed_answers()); }
+
+// `missed_before`: of the answers, when the command began.
+void SmsFolderView::LoadData(int missed_before) {
   if (!frame().IsConnected()) return;
   if (messages().IsChanged() && !Ask(frame().window(), LoadString(text::kLoadMessages), BoxIcon::kQuestion)) {
     return;
@@ -302,6 +306,8 @@ void SmsFolderView::LoadData() {
     services().engine.waiter().Pause(kBeforeDownload);
     status = sms().ListAll(this);
     if (!Failed(status)) filled_ = loaded_ = sibling_->loaded_ = true;
+    lacks_rows_ = Failed(status) || services().engine.missed_answers() != missed_before;
+    sibling_->lacks_rows_ = lacks_rows_;
     for (SmsFolderView* folder : {this, sibling_}) {
       if (folder->IsAttached()) folder->list().SortAgain();
     }
@@ -314,6 +320,7 @@ void SmsFolderView::Upload() {
   if (!frame().IsConnected()) return;
   frame().SaveCopies();
   frame().window().UpdateNow();
+  const int missed_before = services().engine.missed_answers();
   Status status = S_OK;
   {
     progress_text_ = text::kUploadingCount;
@@ -326,7 +333,7 @@ void SmsFolderView::Upload() {
   if (Failed(status)) {
     TellCommunicationError(frame().window(), services().engine);
   } else {
-    LoadData();
+    LoadData(missed_before);
   }
 }
 

@@ -48,6 +48,7 @@ class SmsFolderView : public FolderView, public RowObserver {
   std::u16string_view ColumnText(std::size_t record, int column, std::u16string& buffer) override;
   FontRole ItemFont(std::size_t record) override;
   int ItemImage(std::size_t record) override;
+  bool MayLackRows() const override { return lacks_rows_; }
 
   void RowRead(int position) override;
   void Repaint() override;
@@ -60,6 +61,7 @@ class SmsFolderView : public FolderView, public RowObserver {
   void Answer(int command);
   void DeleteAll();
   void LoadData();
+  void LoadData(int missed_before);
   void Upload();
   void ShowNames();
 
@@ -78,8 +80,9 @@ class SmsFolderView : public FolderView, public RowObserver {
   SmsColumns columns_;
   SmsFolderView* sibling_ = nullptr;
   bool names_ = true;
-  bool filled_ = false;    // the list holds the model's records
-  bool loaded_ = false;    // the model is what a phone held
+  bool filled_ = false;  // the list holds the model's records
+  bool loaded_ = false;  // the model is what a phone held
+  bool lacks_rows_ = false;
   int progress_text_ = 0;  // what the status line says of a procedure, with a count
   int progress_ = 0;
 };

@@ -154,6 +154,19 @@ TEST(AtEngine, WaitLineOnAClosedLinkFailsAtOnce) {
   EXPECT_THAT(session.waiter.waits(), IsEmpty());
 }
 
+TEST(AtEngine, CountsTheAnswersThatItMissed) {
+  ScriptedSession session;
+  session.link.ReceiveChunk(u"RING\rERROR\r");
+  EXPECT_EQ(session.engine.WaitFinal(session.engine.response(), 8000ms), E_FAIL);
+  EXPECT_EQ(session.engine.missed_answers(), 0);
+  session.link.ReceiveChunk(u"+CPBR: 1,");
+  EXPECT_EQ(session.engine.WaitFinal(session.engine.response(), 8000ms), E_FAIL);
+  EXPECT_EQ(session.engine.missed_answers(), 1);
+  EXPECT_EQ(session.link.Close(), S_OK);
+  EXPECT_EQ(session.engine.WaitLine(session.engine.response(), 8000ms), E_FAIL);
+  EXPECT_EQ(session.engine.missed_answers(), 2);
+}
+
 TEST(AtEngine, WaitFinalSkipsEverythingUpToOk) {
   ScriptedSession session;
   session.link.ReceiveChunk(u"\r\nRING\r\n+CMTI: \"SM\",3\r\nok\r\nOK\r\nafter\r\n");

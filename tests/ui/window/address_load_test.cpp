@@ -117,6 +117,25 @@ TEST(AddressLoad, KeepsTheBookWhenThePhoneIsNotThere) {
   EXPECT_FALSE(window.sim().book().IsModified());
 }
 
+TEST(AddressLoad, SaysUntilTheNextOneThatRowsMayBeMissing) {
+  BookWindow window(ThreeEntries(25));
+  ASSERT_TRUE(window.phone().AddFault("AT+CPBR=1,:silence"));
+  window.Load();
+  EXPECT_THAT(window.TakeAsked(), IsEmpty()) << "the last block was read";
+  EXPECT_TRUE(window.sim().MayLackRows());
+  window.phone().ClearFaults();
+  window.Load();
+  EXPECT_FALSE(window.sim().MayLackRows());
+}
+
+TEST(AddressLoad, RowsOfAnotherSourceLackNone) {
+  BookWindow window(ThreeEntries(25));
+  ASSERT_TRUE(window.phone().AddFault("AT+CPBR=1,:silence"));
+  window.Load();
+  window.sim().EmptyBook();
+  EXPECT_FALSE(window.sim().MayLackRows());
+}
+
 TEST(AddressLoad, ShowsTheWaitCursorAndSaysWhatItReads) {
   BookWindow window(ThreeEntries());
   std::vector<std::string> seen;

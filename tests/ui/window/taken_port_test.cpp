@@ -44,5 +44,32 @@ TEST(TakenPort, StaysWithTheProgramThatHasIt) {
   EXPECT_THAT(Asked(window), IsEmpty());
 }
 
+// Another program that asks for the port at any wait of a procedure does not get it, and disturbs nothing.
+TEST(TakenPort, IsKeptThroughEveryProcedure) {
+  LiveWindow window(ThreeEntries());
+  FakePortList ports;
+  ports.ports = {{u"COM1:", u"Phone", FromUtf8(window.phone.device()), u"phone"}};
+  PosixPortOpener other(ports);
+  for (const int command : {command::kConnect, command::kLoadData, command::kUpload, command::kDisconnect}) {
+    SCOPED_TRACE(command);
+    if (command == command::kUpload) window.sim().book().At(0).flags |= AddressEntry::kModified;
+    OpenProblem problem = OpenProblem::kNone;
+    bool asked = false;
+    const auto held = [&] { return window.frame().IsBusy() && window.frame().IsConnected(); };
+    window.Once(held, [&] {
+      asked = true;
+      EXPECT_EQ(other.Open(u"COM1:", &problem), nullptr);
+    });
+    window.Command(command);
+    EXPECT_TRUE(asked);
+    EXPECT_EQ(problem, OpenProblem::kInUse);
+    EXPECT_THAT(Asked(window), IsEmpty());
+  }
+  EXPECT_EQ(window.sim().list().RowCount(), 3);
+  EXPECT_FALSE(window.sim().book().IsModified());
+  EXPECT_FALSE(window.frame().IsConnected());
+  EXPECT_NE(other.Open(u"COM1:", nullptr), nullptr) << "free again";
+}
+
 }  // namespace
 }  // namespace celldesk
