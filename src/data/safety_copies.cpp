@@ -11,7 +11,7 @@ namespace {
 constexpr std::u16string_view kStampShape = u"0000-00-00 00.00.00.000 ";
 constexpr std::u16string_view kStampFormat = u"%04d-%02d-%02d %02d.%02d.%02d.%03d ";
 constexpr std::u16string_view kUnfinished = u".unfinished";
-constexpr int kMilliseconds = 1000;
+constexpr FileTime kMillisecond = 10'000;
 
 bool IsDigit(char16_t character) { return character >= u'0' && character <= u'9'; }
 
@@ -25,9 +25,15 @@ bool IsCopy(std::u16string_view name) {
                     });
 }
 
-std::u16string Stamp(const CalendarTime& time, int milliseconds) {
+std::u16string Stamp(const CalendarTime& time) {
   return Format(kStampFormat, {int{time.year}, int{time.month}, int{time.day}, int{time.hour},
-                               int{time.minute}, int{time.second}, milliseconds});
+                               int{time.minute}, int{time.second}, int{time.milliseconds}});
+}
+
+/// The same time where the calendar has none after it.
+CalendarTime NextMillisecond(const CalendarTime& time) {
+  const auto count = ToFileTime(time);
+  return count ? ToCalendarTime(*count + kMillisecond).value_or(time) : time;
 }
 
 }  // namespace
@@ -79,9 +85,12 @@ bool SafetyCopies::IsSameAsNewest(const CopySource& source, std::u16string_view 
 std::u16string SafetyCopies::FreeName(const CopySource& source, const CalendarTime& now) const {
   const std::vector<std::u16string> taken = Names();
   std::u16string name;
-  for (int milliseconds = now.milliseconds; milliseconds < kMilliseconds; ++milliseconds) {
-    name = Stamp(now, milliseconds) + source.file_name;
+  CalendarTime time = now;
+  // As many names as there are copies cannot all be taken.
+  for (std::size_t tries = 0; tries <= taken.size(); ++tries) {
+    name = Stamp(time) + source.file_name;
     if (std::ranges::count(taken, name) == 0) break;
+    time = NextMillisecond(time);
   }
   return name;
 }

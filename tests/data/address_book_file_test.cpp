@@ -157,6 +157,15 @@ TEST_F(AddressBookFile, FillsFreeSlotsForIdsThatNoBookCanHave) {
   EXPECT_EQ(Ids(book_), (Texts{u"1", u"2"}));
 }
 
+TEST_F(AddressBookFile, TheLongestBookEndsBeforeTheFirstIdThatFillsAFreeSlot) {
+  const std::string last = std::to_string(AddressBook::kLimit),
+                    beyond = std::to_string(AddressBook::kLimit + 1);
+  EXPECT_EQ(Read("AddrArchive10;SM;1;4;\r\n" + beyond + ";A;1;\r\n" + last + ";B;2;\r\n"), S_OK);
+  EXPECT_EQ(book_.count(), AddressBook::kLimit);
+  EXPECT_EQ(book_.At(0).name, u"A");
+  EXPECT_EQ(book_.At(AddressBook::kLimit - 1).name, u"B");
+}
+
 TEST_F(AddressBookFile, StopsWhenTheBookIsFull) {
   ASSERT_EQ(book_.Resize(AddressBook::kLimit), S_OK);
   book_.MarkAll(AddressEntry::kOccupied);

@@ -53,6 +53,15 @@ TEST_F(ContactsImport, AsksForTheSevenPropertiesInTheirOrder) {
                                                    0x3A09001F, 0x3A16001F)));
 }
 
+TEST_F(ContactsImport, ADatabaseNameWithoutATerminatorIsTakenWhole) {
+  RegistryData name = StringData(u"contacts");
+  for (int i = 0; i < 2; ++i) name.bytes.pop_back();
+  Name(name);
+  AddContact(Person(u"Smith", u"12345"));
+  Import();
+  EXPECT_EQ(book_.At(0).number, u"12345");
+}
+
 TEST_F(ContactsImport, ANameIsItsPartsEachWithABlankBehindIt) {
   EXPECT_EQ(NameOf({{kContactSurname, u"Smith"}, {kContactSecondName, u"P"}, {kContactGivenName, u"John"}}),
             u"Smith P John ");

@@ -64,6 +64,22 @@ TEST(RecordWriter, AFieldThatFindsNoMemoryEndsTheFileBeforeIt) {
   EXPECT_EQ(files.files[u"a.adr"], "one;");
 }
 
+TEST(RecordWriter, TheDiskTellsFirstWhenMemoryAndDiskAreFull) {
+  FakeFileSystem files;
+  files.write_error = kErrorDiskFull;
+  RecordWriter writer(files);
+  EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
+  const std::u16string large(5000, u'x');
+  Status status = S_OK;
+  {
+    AllocationGate gate;
+    gate.Refuse();
+    status = writer.Field(large).EndRecord();
+  }
+  EXPECT_EQ(status, Status{0x80070070});
+  EXPECT_EQ(writer.Close(), Status{0x80070070});
+}
+
 TEST(RecordWriter, AFieldWhoseEscapesFindNoMemoryIsNotWrittenInPart) {
   FakeFileSystem files;
   files.files[u"a.adr"].reserve(RecordWriter::kBlock);

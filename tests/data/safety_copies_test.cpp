@@ -73,6 +73,21 @@ TEST_F(SafetyCopiesTest, TwoCopiesInOneMillisecondAreTwoFilesInOrder) {
   EXPECT_EQ(files_.files[u"/copies/2026-11-21 14.30.05.121 Address-SIM.adr"], "second");
 }
 
+TEST_F(SafetyCopiesTest, TwoCopiesInTheLastMillisecondOfAYearAreTwoFilesInOrder) {
+  const CalendarTime last{2026, 12, 4, 31, 23, 59, 59, 999};
+  EXPECT_EQ(SaveBook("first", last), S_OK);
+  EXPECT_EQ(SaveBook("second", last), S_OK);
+  EXPECT_EQ(files_.files[u"/copies/2026-12-31 23.59.59.999 Address-SIM.adr"], "first");
+  EXPECT_EQ(files_.files[u"/copies/2027-01-01 00.00.00.000 Address-SIM.adr"], "second");
+}
+
+TEST_F(SafetyCopiesTest, AClockWithoutADateStillGivesANameOnce) {
+  EXPECT_EQ(SaveBook("first", CalendarTime{}), S_OK);
+  EXPECT_EQ(SaveBook("second", CalendarTime{}), S_OK);
+  EXPECT_EQ(files_.files[u"/copies/0000-00-00 00.00.00.000 Address-SIM.adr"], "second");
+  EXPECT_THAT(files_.Names(u"/copies"), SizeIs(1));
+}
+
 TEST_F(SafetyCopiesTest, KeepsTheNewestTwenty) {
   for (int minute = 0; minute < 25; ++minute)
     EXPECT_EQ(SaveBook(std::to_string(minute), AtMinute(minute)), S_OK);

@@ -189,6 +189,8 @@ TEST(RangeBound, IsEmptyWhenACharacterIsMissing) {
 TEST(RangeBound, MayHaveEmptyBounds) {
   EXPECT_EQ(RangeBound(u"(-)", false), u"");
   EXPECT_EQ(RangeBound(u"(-5)", true), u"5");
+  EXPECT_EQ(RangeBound(u"(5-)", false), u"5");
+  EXPECT_EQ(RangeBound(u"(5-)9)", true), u"");
 }
 
 }  // namespace

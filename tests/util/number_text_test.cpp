@@ -76,6 +76,7 @@ TEST(NumberText, ParseNumberBeyondTheRangeIsInfiniteOrZero) {
   EXPECT_EQ(Parsed(u"1e999"), HUGE_VAL);
   EXPECT_EQ(Parsed(u"-1e999"), -HUGE_VAL);
   EXPECT_EQ(Parsed(u"1e-999"), 0);
+  EXPECT_EQ(Parsed(u"1E-999"), 0);
 }
 
 TEST(NumberText, ParseHexTakesEitherCase) {

@@ -127,6 +127,7 @@ TEST(Text, ToUtf8ReplacesLoneSurrogates) {
   EXPECT_EQ(ToUtf8(std::u16string{0xD83D, u'a'}),
             "\xEF\xBF\xBD"
             "a");
+  EXPECT_EQ(ToUtf8(std::u16string{0xD83D, 0xE000}), "\xEF\xBF\xBD\xEE\x80\x80");
   EXPECT_EQ(ToUtf8(std::u16string{0xD83D, 0xD83D, 0xDE00}), "\xEF\xBF\xBD\xF0\x9F\x98\x80");
 }
 
