@@ -50,7 +50,9 @@ void Album::Take(QWidget& window) {
   QCoreApplication::processEvents();
   const QSize screen = window.screen()->size();
   const bool fits = window.width() <= screen.width() && window.height() <= screen.height();
-  taken_ = fits && !IsPlain(window.grab().toImage()) && tour_.Picture(name_, window);
+  const bool shows_something = !IsPlain(window.grab().toImage());
+  QCoreApplication::processEvents();  // what was painted may ask for room
+  taken_ = fits && shows_something && tour_.Picture(name_, window);
 }
 
 void Album::AddDialog(const char* name, int command, const std::function<void(Dialog&)>& arrange) {

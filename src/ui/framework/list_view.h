@@ -33,6 +33,9 @@ class ListView {
   std::vector<std::uint16_t> Widths() const;
   /// Applied from the left, as far as there are columns.
   void SetWidths(const std::vector<std::uint16_t>& widths);
+  /// Draws a column as wide as its texts need when they come into sight, unless the user chose its width. Its
+  /// width in Widths stays the one it was given.
+  void FitColumn(int column);
   /// Icons by resource name, in the order of ItemImage's indexes, shown in front of the texts of `column`.
   void SetImages(const std::vector<std::string_view>& icons, int column = 0);
   /// Borrowed until the list goes.

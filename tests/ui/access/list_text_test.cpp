@@ -1,13 +1,14 @@
 // What a list's cells show of texts that are wider than their columns.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QAbstractItemDelegate>
 #include <QHelpEvent>
+#include <QScrollBar>
 #include <QStyleOptionViewItem>
 #include <QTest>
 #include <QToolTip>
-#include <set>
 
 #include "ui/framework/qt/list_table.h"
 #include "ui/framework/qt/native.h"
@@ -25,6 +26,11 @@ class ListText : public testing::Test {
   /// The width that the cell's text takes as it is drawn.
   int Wanted(const QModelIndex& cell) { return Drawn(cell).width(); }
   int DrawnHeight(const QModelIndex& cell) { return Drawn(cell).height(); }
+  /// Paints, and gives the columns the room that their texts asked for.
+  void Paint() {
+    table().grab();
+    QApplication::processEvents();
+  }
   QSize Drawn(const QModelIndex& cell) {
     QStyleOptionViewItem option;
     option.initFrom(&table());
@@ -41,32 +47,42 @@ class ListText : public testing::Test {
 };
 
 TEST_F(ListText, OfADateIsDrawnWhole) {
-  table().setColumnWidth(SmsColumns::kDate, 100);
+  Paint();
   ASSERT_GT(table().model()->rowCount(), 2);
   for (int row = 0; row < table().model()->rowCount(); ++row) {
-    EXPECT_LE(Wanted(Cell(row, SmsColumns::kDate)), 100) << row;
+    EXPECT_LE(Wanted(Cell(row, SmsColumns::kDate)), table().columnWidth(SmsColumns::kDate)) << row;
   }
 }
 
-TEST_F(ListText, OfAllDatesOfAColumnHasOneSize) {
-  table().setColumnWidth(SmsColumns::kDate, 100);
-  std::set<int> sizes;
-  // The first round finds the longest date, the second is what stays on the screen.
-  for (const bool counts : {false, true}) {
-    for (int row = 0; row < table().model()->rowCount(); ++row) {
-      const int size = DrawnHeight(Cell(row, SmsColumns::kDate));
-      if (counts) sizes.insert(size);
-    }
-  }
-  EXPECT_EQ(sizes.size(), 1u);
-  table().setColumnWidth(SmsColumns::kDate, 300);
-  EXPECT_GT(DrawnHeight(Cell(0, SmsColumns::kDate)), *sizes.begin())
-      << "with room it is drawn as large as all";
+TEST_F(ListText, ThatNeedsRoomLeavesTheWidthsThatAreKeptAlone) {
+  Paint();
+  EXPECT_GT(table().columnWidth(SmsColumns::kDate), 100);
+  EXPECT_THAT(window_.inbox().list().Widths(), testing::ElementsAre(30, 120, 100, 370));
+  window_.ShowFolder(kOutboxTab);
+  window_.ShowFolder(kInboxTab);
+  EXPECT_GT(table().columnWidth(SmsColumns::kDate), 100) << "without being painted first";
 }
 
-TEST_F(ListText, IsNotDrawnTooSmallToRead) {
-  table().setColumnWidth(SmsColumns::kDate, 40);
-  EXPECT_GT(Wanted(Cell(0, SmsColumns::kDate)), 40) << "rather cut than tiny";
+TEST_F(ListText, ThatNeedsRoomTakesItFromTheLastColumn) {
+  WidgetOf(&window_.frame())->resize(640, 480);
+  Paint();
+  EXPECT_FALSE(table().horizontalScrollBar()->isVisible());
+}
+
+TEST_F(ListText, LeavesTheWidthThatTheUserChose) {
+  table().setColumnWidth(SmsColumns::kDate, 60);
+  Paint();
+  EXPECT_EQ(table().columnWidth(SmsColumns::kDate), 60);
+  EXPECT_EQ(window_.inbox().list().Widths()[SmsColumns::kDate], 60);
+}
+
+TEST_F(ListText, OfAMemoryShrinksInANarrowColumn) {
+  const QModelIndex cell = Cell(0, SmsColumns::kMemory);
+  const int whole = Wanted(cell), high = DrawnHeight(cell);
+  table().setColumnWidth(SmsColumns::kMemory, whole - 3);
+  EXPECT_LE(Wanted(cell), whole - 3);
+  table().setColumnWidth(SmsColumns::kMemory, 16);
+  EXPECT_GE(DrawnHeight(cell), high / 2) << "rather cut than tiny";
 }
 
 TEST_F(ListText, ThatIsCutShowsWholeInAToolTip) {

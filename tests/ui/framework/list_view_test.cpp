@@ -103,6 +103,20 @@ TEST_F(ListViewTest, MeasuresItsHeaderInTheFontItIsDrawnIn) {
   }
 }
 
+TEST_F(ListViewTest, HasRowsThatAreEasilyRead) {
+  list().AddRow(0);
+  EXPECT_GE(list().native()->table->rowHeight(0), 24);
+}
+
+TEST_F(ListViewTest, HasRowsForAPenWhereThereIsATouchScreen) {
+  const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+  ListOwner owner;
+  ASSERT_TRUE(owner.CreateModeless(nullptr));
+  owner.list().BuildColumns(kColumns);
+  owner.list().AddRow(0);
+  EXPECT_GE(owner.list().native()->table->rowHeight(0), 32);
+}
+
 TEST_F(ListViewTest, SetsWidthsFromTheLeft) {
   list().SetWidths({60, 70});
   EXPECT_THAT(list().Widths(), ElementsAre(60, 70, 170));

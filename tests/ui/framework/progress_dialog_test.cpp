@@ -98,6 +98,13 @@ TEST_F(ProgressDialogTest, ShowsCaptionLineAndBar) {
   EXPECT_EQ(bar->value(), 50) << "an empty range leaves it alone";
 }
 
+TEST_F(ProgressDialogTest, IsAsLargeAsItsLineAndBar) {
+  ProgressDialog dialog;
+  ASSERT_TRUE(dialog.Create(nullptr));
+  EXPECT_GE(ControlOf(dialog, QStringLiteral("control_1002"))->width(), 300);
+  EXPECT_EQ(WidgetOf(&dialog)->height(), WidgetOf(&dialog)->sizeHint().height());
+}
+
 TEST_F(ProgressDialogTest, ShowsTheNearerEndForAPositionOutsideOfTheRange) {
   ProgressDialog dialog;
   ASSERT_TRUE(dialog.Create(nullptr));

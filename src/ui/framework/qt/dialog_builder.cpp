@@ -32,6 +32,8 @@ constexpr int kImageHeight = 64;
 constexpr int kMargin = 4;  // small screens have no room to spare
 // A choice list shows at least this much of its texts.
 constexpr int kShownCharacters = 10;
+constexpr int kNameCharacters = 30;
+constexpr int kBarWidth = 300;
 
 void SendCommand(Window& dialog, int id) {
   dialog.Dispatch(Message::kCommand, static_cast<WordParameter>(id), 0);
@@ -42,6 +44,15 @@ void SendChange(Window& dialog, int id, int index) {
   dialog.Dispatch(Message::kNotify, static_cast<WordParameter>(id),
                   reinterpret_cast<LongParameter>(&notification));
 }
+
+// A field wants room for a name or a number, and takes less.
+class WideEdit : public QLineEdit {
+ public:
+  QSize sizeHint() const override {
+    const QSize usual = QLineEdit::sizeHint();
+    return usual.expandedTo({kNameCharacters * fontMetrics().averageCharWidth(), 0});
+  }
+};
 
 QString ShortDateAndTime() {
   const QLocale locale;
@@ -171,6 +182,7 @@ class Builder {
     auto* bar = new QProgressBar;
     bar->setRange(0, 100);
     bar->setAccessibleName(Title());
+    bar->setMinimumWidth(kBarWidth);
     AddWide(control, bar);
   }
 
@@ -281,7 +293,7 @@ class Builder {
     if (control.kind == ControlKind::kText) {
       return new ElidedLabel;
     }
-    auto* edit = new QLineEdit;
+    auto* edit = new WideEdit;
     QObject::connect(edit, &QLineEdit::textEdited, page_, [dialog, id] { SendChange(*dialog, id, -1); });
     return edit;
   }

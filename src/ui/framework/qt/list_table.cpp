@@ -5,6 +5,7 @@
 #include <QGestureEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QInputDevice>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -13,22 +14,23 @@
 #include <QTapAndHoldGesture>
 #include <QToolTip>
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include "ui/framework/list_view.h"
 #include "ui/framework/qt/list_header.h"
 #include "ui/framework/qt/native.h"
+#include "ui/framework/qt/touch_target.h"
 #include "ui/framework/window.h"
 
 namespace celldesk {
 namespace {
 
 constexpr int kOpenCommand = 2006;
-constexpr int kRowPadding = 6;
+constexpr int kRowHeight = 24, kRowPadding = 6;
 constexpr int kIcon = 14, kGap = 2, kTextMargin = 4;
 constexpr double kSmallestFont = 0.7;
 constexpr int kWidestHint = 600;
+constexpr int kShortText = 4;
 
 // The font in which `text` fits into `width`: narrow columns rather shrink a memory's name or an index than
 // cut it.
@@ -40,8 +42,6 @@ QFont FittingFont(QFont font, const QString& text, int width) {
   }
   return font;
 }
-
-bool IsFigures(const QString& text) { return !text.isEmpty() && text.front().isDigit(); }
 
 class RowDelegate : public QStyledItemDelegate {
  public:
@@ -61,7 +61,12 @@ class RowDelegate : public QStyledItemDelegate {
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     QStyleOptionViewItem item(option);
     initStyleOption(&item, index);
-    if (item.icon.isNull()) return QStyledItemDelegate::paint(painter, option, index);
+    if (item.icon.isNull()) {
+      if (table_->FitsColumn(index.column())) {
+        table_->NeedRoom(index.column(), sizeHint(option, index).width());
+      }
+      return QStyledItemDelegate::paint(painter, option, index);
+    }
     const QIcon icon = std::exchange(item.icon, {});
     const QString text = std::exchange(item.text, {});
     item.features.setFlag(QStyleOptionViewItem::HasDecoration, false);
@@ -80,50 +85,34 @@ class RowDelegate : public QStyledItemDelegate {
   }
 
  protected:
-  // The whole row is hot, and the focus frame is the row's, not a cell's.
+  // The whole row is hot, and the table draws the focus frame around the row.
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     QStyledItemDelegate::initStyleOption(option, index);
     option->state.setFlag(QStyle::State_MouseOver, index.row() == table_->hot_row());
+    option->state.setFlag(QStyle::State_HasFocus, false);
     option->textElideMode = Qt::ElideRight;
-    if (option->icon.isNull() && index.column() + 1 < index.model()->columnCount()) {
-      Shrink(*option, index.column());
-    }
+    if (option->icon.isNull()) Shrink(*option);
   }
 
  private:
-  // The room in a column, and the sizes of a font before and after it was made to fit, in pixels.
-  struct ColumnSize {
-    int room = 0, whole = 0, drawn = 0;
-  };
-
-  // A date that is a little too wide for its column is drawn smaller, and whole; a long text is cut.
-  // The dates of a column all take the size of the longest.
-  void Shrink(QStyleOptionViewItem& item, int column) const {
-    const int room = item.rect.width() - 2 * kTextMargin;
-    QFont fitting = FittingFont(item.font, item.text, room);
-    if (QFontMetrics(fitting).horizontalAdvance(item.text) > room) return;
-    if (IsFigures(item.text)) {
-      const ColumnSize own{room, QFontInfo(item.font).pixelSize(), QFontInfo(fitting).pixelSize()};
-      fitting.setPixelSize(SizeInColumn(column, own));
-    }
-    item.font = fitting;
-    item.fontMetrics = QFontMetrics(fitting);
+  // Short texts in a narrow column rather shrink than are cut.
+  void Shrink(QStyleOptionViewItem& item) const {
+    if (item.text.size() > kShortText) return;
+    item.font = FittingFont(item.font, item.text, item.rect.width() - 2 * kTextMargin);
+    item.fontMetrics = QFontMetrics(item.font);
   }
 
-  // What was painted before a smaller one is painted once more.
-  int SizeInColumn(int column, const ColumnSize& own) const {
-    ColumnSize& common = sizes_[column];
-    if (common.room != own.room || common.whole != own.whole) common = own;
-    if (own.drawn < common.drawn) {
-      common.drawn = own.drawn;
-      table_->viewport()->update();
-    }
-    return common.drawn;
-  }
-
-  mutable std::map<int, ColumnSize> sizes_;
   ListTable* table_;
 };
+
+// A pen needs higher rows than a mouse.
+int RowHeight(const QFontMetrics& font) {
+  const QList<const QInputDevice*> devices = QInputDevice::devices();
+  const bool has_pen = std::any_of(devices.begin(), devices.end(), [](const QInputDevice* device) {
+    return device->type() == QInputDevice::DeviceType::TouchScreen;
+  });
+  return std::max(font.height() + kRowPadding, has_pen ? kTouchTarget : kRowHeight);
+}
 
 void Notify(ListView& list, NotifyCode code, const QModelIndex& index = {}) {
   if (!list.native()->ready) return;
@@ -152,7 +141,7 @@ ListTable::ListTable(ListView& list, QWidget* parent) : QTableView(parent), list
   verticalHeader()->hide();
   verticalHeader()->setMinimumSectionSize(16);
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+  verticalHeader()->setDefaultSectionSize(RowHeight(fontMetrics()));
   setHorizontalHeader(new ListHeader(this));
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setStretchLastSection(true);
@@ -276,16 +265,35 @@ void ListTable::SetHotRow(int row) {
 
 void ListTable::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
-  if (hasFocus() && !currentIndex().isValid()) {
-    QPainter frame(viewport());
-    frame.setPen(palette().color(QPalette::Highlight));
-    frame.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
-  }
+  if (hasFocus()) PaintFocus();
   if (empty_text_.isEmpty() || model()->rowCount() > 0) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
   painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap,
                    empty_text_);
+}
+
+// Around the row that has the focus; around the list when none has it.
+void ListTable::PaintFocus() {
+  QPainter painter(viewport());
+  const bool has_row = currentIndex().isValid();
+  const int row = currentIndex().row();
+  const QRect place(0, rowViewportPosition(row), viewport()->width(), rowHeight(row));
+  const bool is_selected = has_row && selectionModel()->isRowSelected(row);
+  painter.setPen(is_selected ? QPen(palette().color(QPalette::HighlightedText), 1, Qt::DotLine)
+                             : QPen(palette().color(QPalette::Highlight)));
+  painter.drawRect((has_row ? place : viewport()->rect()).adjusted(0, 0, -1, -1));
+}
+
+bool ListTable::FitsColumn(int column) const {
+  return list_.native()->columns[static_cast<std::size_t>(column)].fits;
+}
+
+// Widths do not change while something is painted.
+void ListTable::NeedRoom(int column, int width) {
+  if (width <= columnWidth(column)) return;
+  QMetaObject::invokeMethod(
+      this, [this, column, width] { list_.native()->MakeRoom(column, width); }, Qt::QueuedConnection);
 }
 
 void ListTable::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

@@ -23,6 +23,10 @@ class ListTable : public QTableView {
   QPoint menu_place() const { return menu_place_; }
   /// Selects the next row that begins with what was typed.
   void keyboardSearch(const QString& letters) override;
+  /// True for a column that fits itself to its texts.
+  bool FitsColumn(int column) const;
+  /// A text of such a column takes this much room.
+  void NeedRoom(int column, int width);
   /// Wide enough for every column, as far as a small screen allows.
   QSize sizeHint() const override;
 
@@ -40,6 +44,7 @@ class ListTable : public QTableView {
 
  private:
   void SetHotRow(int row);
+  void PaintFocus();
   bool Find(const QString& letters);
   void AskForMenu(const QPoint& place);
   void AskForMenuByKey();

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <vector>
 
 #include "ui/framework/font.h"
 #include "ui/framework/window.h"
@@ -55,12 +56,28 @@ struct NativeDialog {
   std::unique_ptr<NativeScroller> scroller;
 };
 
+/// The widths of a list's column, in pixels.
+struct NativeColumn {
+  std::uint16_t built = 0;  // by the column string
+  std::uint16_t given = 0;  // at last, by the column string or the settings
+  int needed = 0;           // by the texts that were seen, in a column that fits itself to them
+  bool fits = false;
+
+  /// As it is drawn until the user takes the header and pulls.
+  int Drawn() const { return given == built && needed > given ? needed : given; }
+};
+
 struct NativeList {
-  std::uint16_t last_width = 0;  // of the last column, as it was set
-  ListModel* model = nullptr;    // owned by table
-  QPointer<ListTable> table;     // owned by its dialog's widget
-  QElapsedTimer painted;         // since UpdateNow painted last
-  bool ready = false;            // before that the owner does not know the list and is told nothing
+  std::vector<NativeColumn> columns;
+  ListModel* model = nullptr;  // owned by table
+  QPointer<ListTable> table;   // owned by its dialog's widget
+  QElapsedTimer painted;       // since UpdateNow painted last
+  bool ready = false;          // before that the owner does not know the list and is told nothing
+
+  /// A text of a column that is drawn needs this much room.
+  void MakeRoom(int column, int width);
+  /// What other columns take beyond the widths that they were given, the last column lacks.
+  void YieldRoom();
 };
 
 struct NativeHost {

@@ -13,7 +13,7 @@
 #include "ui/framework/command_surface.h"
 #include "ui/framework/dialog.h"
 #include "ui/framework/frame_window.h"
-#include "ui/framework/qt/late_icon_style.h"
+#include "ui/framework/qt/desk_style.h"
 #include "ui/framework/qt/native.h"
 #include "ui/framework/qt/qt_text.h"
 
@@ -38,7 +38,7 @@ constexpr qint64 kPumpInterval = 20;
 struct NativeApplication : public QObject {
   NativeApplication(int& argument_count, char** arguments) : toolkit(argument_count, arguments) {
     toolkit.installEventFilter(this);
-    QApplication::setStyle(new LateIconStyle);
+    QApplication::setStyle(new DeskStyle);
     // The desktop knows the window by the name of its entry, and shows its icon.
     QGuiApplication::setDesktopFileName(QStringLiteral("celldesk"));
     QApplication::setKeyboardInputInterval(kTypingInterval);

@@ -104,6 +104,7 @@ bool Dialog::CreateModeless(Window* owner, LongParameter parameter) {
   controls_ = MakeControls(form, window, *this);
   Application::Get()->set_modeless_dialog(this);
   Dispatch(Message::kInitDialog, 0, parameter);
+  window->resize(window->sizeHint().boundedTo(kSmallestScreen));
   return true;
 }
 

@@ -14,6 +14,11 @@
 #include "ui/resources/resources.h"
 
 namespace celldesk {
+namespace {
+
+constexpr int kLeastWidth = 100;
+
+}  // namespace
 
 // The table stands where the dialog's template has the list: as the only child of that placeholder.
 ListView::ListView(Window& owner, int id) : owner_(owner), id_(id), native_(std::make_unique<NativeList>()) {
@@ -38,8 +43,12 @@ ListView::~ListView() { delete native_->table.data(); }
 void ListView::BuildColumns(int column_string) {
   const std::vector<ColumnSpec> columns = ParseColumns(LoadString(column_string));
   native_->model->SetColumns(columns);
+  native_->columns.assign(columns.size(), {});
   std::vector<std::uint16_t> widths;
-  for (const ColumnSpec& column : columns) widths.push_back(static_cast<std::uint16_t>(column.width));
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    widths.push_back(static_cast<std::uint16_t>(columns[i].width));
+    native_->columns[i].built = widths[i];
+  }
   SetWidths(widths);
 }
 
@@ -49,17 +58,43 @@ int ListView::ColumnCount() const { return native_->model->columnCount({}); }
 std::vector<std::uint16_t> ListView::Widths() const {
   std::vector<std::uint16_t> widths;
   for (int i = 0; i < ColumnCount(); ++i) {
-    widths.push_back(static_cast<std::uint16_t>(native_->table->columnWidth(i)));
+    const NativeColumn& column = native_->columns[static_cast<std::size_t>(i)];
+    const int width = native_->table->columnWidth(i);
+    const bool is_untouched = width == column.Drawn() || i == ColumnCount() - 1;
+    widths.push_back(is_untouched ? column.given : static_cast<std::uint16_t>(width));
   }
-  if (!widths.empty()) widths.back() = native_->last_width;
   return widths;
 }
 
 void ListView::SetWidths(const std::vector<std::uint16_t>& widths) {
   const int count = std::min(ColumnCount(), static_cast<int>(widths.size()));
-  for (int i = 0; i < count; ++i) native_->table->setColumnWidth(i, widths[static_cast<std::size_t>(i)]);
-  if (count > 0 && count == ColumnCount()) native_->last_width = widths[static_cast<std::size_t>(count) - 1];
+  for (int i = 0; i < count; ++i) {
+    NativeColumn& column = native_->columns[static_cast<std::size_t>(i)];
+    column.given = widths[static_cast<std::size_t>(i)];
+    native_->table->setColumnWidth(i, column.Drawn());
+  }
+  native_->YieldRoom();
   native_->table->updateGeometry();
+}
+
+void ListView::FitColumn(int column) { native_->columns[static_cast<std::size_t>(column)].fits = true; }
+
+void NativeList::MakeRoom(int column, int width) {
+  NativeColumn& one = columns[static_cast<std::size_t>(column)];
+  if (!one.fits || width <= one.needed) return;
+  const bool is_untouched = table->columnWidth(column) == one.Drawn();
+  one.needed = width;
+  if (!is_untouched) return;
+  table->setColumnWidth(column, one.Drawn());
+  YieldRoom();
+}
+
+void NativeList::YieldRoom() {
+  if (columns.empty()) return;
+  int width = columns.back().given;
+  for (const NativeColumn& column : columns) width -= column.Drawn() - column.given;
+  table->setColumnWidth(static_cast<int>(columns.size()) - 1,
+                        std::max<int>(width, std::min<int>(kLeastWidth, columns.back().given)));
 }
 
 void ListView::SetImages(const std::vector<std::string_view>& icons, int column) {
