@@ -22,6 +22,24 @@ Settings Everything() {
 
 TEST(SettingsStore, LivesUnderTheProgramsKey) { EXPECT_EQ(SettingsStore::kPath, kSettingsPath); }
 
+TEST(Settings, DifferInEachValue) {
+  const Settings settings;
+  for (auto text : {&Settings::port, &Settings::centre, &Settings::operator_name, &Settings::country}) {
+    Settings other;
+    EXPECT_EQ(other, settings);
+    (other.*text) = u"other";
+    EXPECT_NE(other, settings);
+  }
+  for (auto flag : {&Settings::use_adapter, &Settings::delivery_report, &Settings::reply_path}) {
+    Settings other;
+    (other.*flag) = true;
+    EXPECT_NE(other, settings);
+  }
+  Settings other;
+  other.validity = 1;
+  EXPECT_NE(other, settings);
+}
+
 TEST(SettingsStore, GivesTheDefaultsOfAFreshSystem) {
   FakeRegistry registry;
   const Settings settings = SettingsStore(registry).Load();

@@ -78,6 +78,10 @@ TEST_F(AddressBookFile, WritingStopsAtTheFirstFailure) {
   const std::string name(RecordWriter::kBlock, 'A');
   EXPECT_EQ(files_.files[std::u16string(kPath)],
             "AddrArchive10;SM;1;3;\r\n1;" + name + ";1;\r\n2;" + name + ";1;\r\n");
+  files_.allowed_writes = 0;
+  files_.writes = 0;
+  EXPECT_EQ(WriteAddressBookFile(files_, kPath, book_), Status{0x80070070});
+  EXPECT_EQ(files_.writes, 1);
   files_.open_error = kErrorPathNotFound;
   EXPECT_EQ(WriteAddressBookFile(files_, kPath, book_), Status{0x80070003});
 }
@@ -252,6 +256,18 @@ TEST_F(AddressBookFile, WritesAForeignCharacterAsAnotherOne) {
   book_ = AddressBook(u"SM", true);
   EXPECT_EQ(Read(text), S_OK);
   EXPECT_EQ(book_.At(0).name, u"\x16\u00ac");
+}
+
+TEST_F(AddressBookFile, AHeaderThatClaimsManyEntriesTakesNoRoomForThem) {
+  const std::string text = "AddrArchive10;SM;1;65536;\r\n1;A;1;\r\n";
+  const FieldBytes bytes(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+  const AllocationGate gate;
+  EXPECT_EQ(ReadAddressBook(bytes,
+                            [this](std::u16string_view) {
+                              return AddressBookTarget{&book_, nullptr};
+                            }),
+            S_OK);
+  EXPECT_LT(gate.peak(), 50'000U);
 }
 
 TEST_F(AddressBookFile, ReadingTakesThreeTimesTheFileAtMost) {

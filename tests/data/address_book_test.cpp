@@ -262,6 +262,17 @@ TEST(AddressBook, RoomMadeBeforehandIsNotMadeAgain) {
   EXPECT_EQ(first, &book.At(0));
 }
 
+TEST(AddressBook, RoomThatCannotBeMadeBeforehandIsNoFailureYet) {
+  AddressBook book = LoadedBook(2);
+  {
+    AllocationGate gate;
+    gate.Refuse();
+    book.Reserve(1000);
+  }
+  EXPECT_EQ(book.count(), 2);
+  EXPECT_EQ(book.Resize(1000), S_OK);
+}
+
 TEST(AddressBook, RoomIsMadeForNoMoreThanTheLimit) {
   AddressBook book(u"SM", false);
   book.Reserve(std::numeric_limits<int>::max());

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "book_fixture.h"
 
 namespace celldesk {
@@ -138,6 +140,17 @@ TEST(TakeFields, MarksAnEntryModifiedOnlyWhenATextDiffers) {
   EXPECT_EQ(entry.flags, 3U);
   EXPECT_EQ(entry.name, u"");
   EXPECT_EQ(entry.number, u"123");
+}
+
+TEST(TakeFields, OneTextThatDiffersIsEnough) {
+  for (const auto& [id, name, number] :
+       {std::tuple(u"2", u"Anna", u"1"), std::tuple(u"1", u"Anne", u"1"), std::tuple(u"1", u"Anna", u"2")}) {
+    AddressEntry entry = Edited(u"1", u"Anna");
+    entry.number = u"1";
+    entry.flags = AddressEntry::kOccupied;
+    EXPECT_TRUE(TakeFields(entry, id, name, number));
+    EXPECT_TRUE(entry.is_modified());
+  }
 }
 
 TEST(TakeFields, OccupiesANewEntry) {

@@ -73,6 +73,13 @@ std::vector<AddressEntry> RandomEntries(std::size_t count) {
   return entries;
 }
 
+TEST(EntryText, IsTheColumnsOwn) {
+  const AddressEntry entry = Entry(u"7", u"Anna", u"112");
+  EXPECT_EQ(EntryText(entry, AddressColumn::kId), u"7");
+  EXPECT_EQ(EntryText(entry, AddressColumn::kName), u"Anna");
+  EXPECT_EQ(EntryText(entry, AddressColumn::kNumber), u"112");
+}
+
 TEST(EntryPlaces, AreTheOrderOfCompareEntries) {
   const CaselessLocale locale;
   const std::vector<AddressEntry> entries = RandomEntries(80);
@@ -89,6 +96,13 @@ TEST(EntryPlaces, AreTheOrderOfCompareEntries) {
       }
     }
   }
+}
+
+TEST(EntryPlaces, NeighboursAreInTheirOrder) {
+  const AddressEntry two = Entry(u"2", u"", u""), three = Entry(u"3", u"", u"");
+  const std::vector<std::uint32_t> places =
+      EntryPlaces(std::vector<const AddressEntry*>{&two, &three}, AddressColumn::kId, CaselessLocale());
+  EXPECT_LT(places[0], places[1]);
 }
 
 TEST(EntryPlaces, NoEntriesHaveNone) {

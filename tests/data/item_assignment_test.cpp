@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "book_fixture.h"
+#include "support/memory/allocation_gate.h"
 
 namespace celldesk {
 namespace {
@@ -104,6 +105,20 @@ TEST_F(ItemAssignmentTest, KeepingFailsWithoutAChangeWhenTheIndexesCannotBePosit
   EXPECT_TRUE(observer_.rows.empty());
   EXPECT_TRUE(assignment_.Assign(0));
   EXPECT_EQ(book_.At(0).id, u"1");
+}
+
+TEST_F(ItemAssignmentTest, KeepingFailsWithoutAChangeWhenMemoryIsShort) {
+  assignment_.Enter();
+  const std::vector<int> rows{0, 2, 4};
+  Status status = S_OK;
+  {
+    AllocationGate gate;
+    gate.Refuse();
+    status = assignment_.LeaveKeeping(rows, observer_);
+  }
+  EXPECT_EQ(status, E_OUTOFMEMORY);
+  EXPECT_TRUE(assignment_.active());
+  EXPECT_EQ(Names(book_), (Texts{u"A", u"", u"B", u"", u"C"}));
 }
 
 }  // namespace

@@ -154,9 +154,11 @@ TEST_F(SafetyCopiesTest, LeavesOtherFilesOfTheFolderAlone) {
   files_.files[u"/copies/My book.adr"] = "mine";
   files_.files[u"/copies/2026-11-21 14.30.05.120 Address-SIM.txt"] = "mine";
   files_.files[u"/copies/2026-11-21 14.30.05,120 Address-SIM.adr"] = "mine";
+  files_.files[u"/copies/2026-11-2x 14.30.05.120 Address-SIM.adr"] = "mine";
+  files_.files[u"/copies/2026-11-2! 14.30.05.120 Address-SIM.adr"] = "mine";
   for (int minute = 0; minute < 25; ++minute)
     EXPECT_EQ(SaveBook(std::to_string(minute), AtMinute(minute)), S_OK);
-  EXPECT_THAT(files_.Names(u"/copies"), SizeIs(23));
+  EXPECT_THAT(files_.Names(u"/copies"), SizeIs(25));
 }
 
 TEST_F(SafetyCopiesTest, KeepsTheCopyJustMadeWhenTheClockWasSetBack) {

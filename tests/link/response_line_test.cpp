@@ -191,6 +191,7 @@ TEST(RangeBound, MayHaveEmptyBounds) {
   EXPECT_EQ(RangeBound(u"(-5)", true), u"5");
   EXPECT_EQ(RangeBound(u"(5-)", false), u"5");
   EXPECT_EQ(RangeBound(u"(5-)9)", true), u"");
+  EXPECT_EQ(RangeBound(u"(1)-5)", true), u"5");
 }
 
 }  // namespace

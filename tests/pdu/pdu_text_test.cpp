@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace celldesk {
 namespace {
 
@@ -19,6 +21,14 @@ TEST(PduText, NulIsZeroAndLowerCaseIsMisread) {
   EXPECT_EQ(HexDigitValue(u' '), 0xF0);
   EXPECT_EQ(ReadOctetAt(u"a1", 0), 0xA1);
   EXPECT_EQ(ReadOctetAt(u"1a", 0), 0x3A);
+}
+
+TEST(PduText, CharactersBeyondEightBitsAreMisreadLikeTheOthers) {
+  for (const char16_t character : {u'\u00FF', u'\u0100', u'\uFFFF'}) {
+    std::array<std::uint8_t, 1> octet{};
+    ReadOctets(octet, std::u16string{u'0', character}, 0);
+    EXPECT_EQ(octet[0], HexDigitValue(character));
+  }
 }
 
 TEST(PduText, OctetsAreReadByTheirIndex) {

@@ -20,6 +20,12 @@ TEST(ReplyField, IsEmptyWhereNothingStandsBetweenSeparators) {
   EXPECT_EQ(ReplyField(line, 0), u"");
 }
 
+TEST(ReplyField, ASeparatorAfterAnOpenParenthesisBelongsToTheField) {
+  ResponseLine line(u'(', u')', u',');
+  line.Take(u"(,a),b");
+  EXPECT_EQ(ReplyField(line, 0), u",a");
+}
+
 TEST(SmsService, KeepsTheCentreWithoutItsPlus) {
   SmsSession session;
   EXPECT_EQ(session.service.SetCentre(u" \t+420601123456\r\n"), S_OK);

@@ -203,6 +203,13 @@ TEST(SmsService, UploadStopsAtAFailureWhenNobodyIsAsked) {
   EXPECT_EQ(session.service.UploadAll(), E_FAIL);
 }
 
+TEST(SmsService, UploadSendsNothingWhoseStoreFailedWhenNobodyIsAsked) {
+  SmsSession session(Store("SM", kError));
+  const SmsMessage& message = AddMessage(session.service, 155);
+  EXPECT_EQ(session.service.UploadAll(), E_FAIL);
+  EXPECT_EQ(message.flags, 155U);
+}
+
 TEST(SmsService, UploadHidesTheWaitCursorWhileItAsksAndRepaintsThen) {
   UploadSession session(Send(kError), {UploadAnswer::kSkip});
   AddMessage(session.service, 27);

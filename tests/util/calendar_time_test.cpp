@@ -15,6 +15,18 @@ CalendarTime Date(std::uint16_t year, std::uint16_t month, std::uint16_t day) {
   return time;
 }
 
+TEST(CalendarTime, DiffersInEachField) {
+  const CalendarTime time{2026, 11, 6, 21, 14, 30, 5, 120};
+  for (auto field :
+       {&CalendarTime::year, &CalendarTime::month, &CalendarTime::day_of_week, &CalendarTime::day,
+        &CalendarTime::hour, &CalendarTime::minute, &CalendarTime::second, &CalendarTime::milliseconds}) {
+    CalendarTime other = time;
+    EXPECT_EQ(other, time);
+    ++(other.*field);
+    EXPECT_NE(other, time);
+  }
+}
+
 TEST(CalendarTime, TheCountStartsOnMondayTheFirstOfJanuary1601) {
   const auto time = ToCalendarTime(0);
   ASSERT_TRUE(time);

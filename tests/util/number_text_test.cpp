@@ -105,6 +105,7 @@ TEST(NumberText, ParseDecimalStopsAtTheFirstOtherCharacter) {
   EXPECT_EQ(ParseDecimal(u""), 0);
   EXPECT_EQ(ParseDecimal(u"-"), 0);
   EXPECT_EQ(ParseDecimal(u"x1"), 0);
+  EXPECT_EQ(ParseDecimal(u"\b1"), 0);
 }
 
 TEST(NumberText, ParseDecimalHoldsLargeValuesAtTheLimits) {
