@@ -19,13 +19,13 @@ constexpr SettingsPage kPages[] = {SettingsPage::kGeneral, SettingsPage::kOperat
 
 Settings SettingsStore::Load() const {
   Settings settings;
-  const SettingsKey key = OpenKey();
+  const SettingsKey key = KeyToRead();
   for (const SettingsPage page : kPages) LoadPage(page, key, settings);
   return settings;
 }
 
 void SettingsStore::Save(const Settings& settings) const {
-  const SettingsKey key = OpenKey();
+  const SettingsKey key = KeyToWrite();
   for (const SettingsPage page : kPages) SavePage(page, key, settings);
 }
 
@@ -71,7 +71,7 @@ void SettingsStore::SavePage(SettingsPage page, const SettingsKey& key, const Se
 std::vector<std::uint16_t> SettingsStore::LoadColumnWidths(std::u16string_view name,
                                                            std::size_t count) const {
   std::vector<std::uint8_t> bytes;
-  const SettingsKey key = OpenKey();
+  const SettingsKey key = KeyToRead();
   if (key.Value(name).GetBinary(bytes, 2 * count) != kErrorSuccess || bytes.size() != 2 * count) return {};
   std::vector<std::uint16_t> widths;
   for (std::size_t i = 0; i < bytes.size(); i += 2) {
@@ -87,10 +87,17 @@ void SettingsStore::SaveColumnWidths(std::u16string_view name,
     bytes.push_back(static_cast<std::uint8_t>(width & 0xFF));
     bytes.push_back(static_cast<std::uint8_t>(width >> 8));
   }
-  OpenKey().Value(name).SetBinary(bytes);
+  KeyToWrite().Value(name).SetBinary(bytes);
 }
 
-SettingsKey SettingsStore::OpenKey() const {
+// A first start would wait for the disk if reading made the key.
+SettingsKey SettingsStore::KeyToRead() const {
+  SettingsKey key(registry_);
+  key.Open(RegistryRoot::kCurrentUser, kPath);
+  return key;
+}
+
+SettingsKey SettingsStore::KeyToWrite() const {
   SettingsKey key(registry_);
   key.Create(RegistryRoot::kCurrentUser, kPath);
   return key;

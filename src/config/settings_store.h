@@ -31,7 +31,7 @@ struct Settings {
 enum class SettingsPage { kGeneral, kOperator, kSms };
 
 /// Keeps the settings in the registry of the present user. A value that is absent or cannot be read is its
-/// default; a failed write is not reported. Interface thread only.
+/// default; a failed write is not reported. The first write makes the key. Interface thread only.
 class SettingsStore {
  public:
   static constexpr std::u16string_view kPath = u"\\Software\\Corvane\\CellDesk";
@@ -56,7 +56,8 @@ class SettingsStore {
   void SaveColumnWidths(std::u16string_view name, const std::vector<std::uint16_t>& widths) const;
 
  private:
-  SettingsKey OpenKey() const;
+  SettingsKey KeyToRead() const;
+  SettingsKey KeyToWrite() const;
 
   Registry& registry_;
 };

@@ -130,6 +130,17 @@ TEST(SettingsStore, LoadsAndSavesOnePageAlone) {
   EXPECT_EQ(loaded.port, u"COM4:");
 }
 
+TEST(SettingsStore, MakesItsKeyWithTheFirstWriteAndNotByReading) {
+  FakeRegistry registry;
+  const SettingsStore store(registry);
+  SettingsKey key(registry);
+  EXPECT_EQ(store.Load(), Settings{});
+  EXPECT_TRUE(store.LoadColumnWidths(SettingsStore::kAddressColumns, 3).empty());
+  EXPECT_EQ(key.Open(RegistryRoot::kCurrentUser, SettingsStore::kPath), kErrorFileNotFound);
+  store.SaveColumnWidths(SettingsStore::kAddressColumns, {1, 2, 3});
+  EXPECT_EQ(key.Open(RegistryRoot::kCurrentUser, SettingsStore::kPath), kErrorSuccess);
+}
+
 TEST(SettingsStore, GivesDefaultsWhereTheKeyCannotBeMade) {
   FakeRegistry registry;
   registry.FailAllWrites();
