@@ -41,18 +41,10 @@ Activity ActivityOf(pid_t process) {
   return activity;
 }
 
-/// The profile that knows the simulated phone as its first port.
-void MakeProfile() {
-  Scratch::NewProfile();
-  const fs::path folder = Scratch::Path("config") / "celldesk";
-  fs::create_directories(folder);
-  fs::copy_file(CELLDESK_FIRST_SETTINGS, folder / "settings.ini");
-}
-
 }  // namespace
 
 void MeasureIdle(Figures& figures, const Options& /*options*/) {
-  MakeProfile();
+  Scratch::UsedProfile();
   ChildProgram phone("celldesk-phone", {"--filled"});
   static_cast<void>(phone.ReadLine());
   ChildProgram program("celldesk-bench-program", {"--connect"});

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 
 namespace celldesk::bench {
@@ -39,6 +40,14 @@ void Scratch::NewProfile() {
   fs::remove_all(config);
   fs::create_directories(config);
   ::setenv("XDG_CONFIG_HOME", config.c_str(), 1);
+}
+
+void Scratch::UsedProfile() {
+  NewProfile();
+  const fs::path settings = Path("config") / "celldesk" / "settings.ini";
+  fs::create_directories(settings.parent_path());
+  fs::copy_file(CELLDESK_FIRST_SETTINGS, settings);
+  fs::last_write_time(settings, fs::file_time_type::clock::now() - std::chrono::hours(24));
 }
 
 }  // namespace celldesk::bench

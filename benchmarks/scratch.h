@@ -18,6 +18,8 @@ class Scratch {
   static std::filesystem::path Path(const std::string& name);
   /// An empty profile for the programs started from now on.
   static void NewProfile();
+  /// One with settings of yesterday, in which the simulated phone is the first port.
+  static void UsedProfile();
 };
 
 }  // namespace celldesk::bench

@@ -69,8 +69,7 @@ void Add(Figures& figures, const std::string& name, const Starts& program, const
                      memory.spread});
 }
 
-// The very first start also writes the settings that every later one finds, and waits until the disk has
-// them.
+// What the very first start writes it writes after its first painting.
 Starts FirstStarts(int runs) {
   Starts first;
   for (int run = 0; run < runs; ++run) {
@@ -85,6 +84,7 @@ Starts FirstStarts(int runs) {
 void MeasureStart(Figures& figures, const Options& options) {
   for (const Contestant& one : {kEmptyWindow, kWindowWithText}) static_cast<void>(StartOnce(one));
   const Sample first = Summarize(FirstStarts(options.runs).milliseconds);
+  Scratch::UsedProfile();
   Starts empty, with_text, program;
   // In turn, so that all see the same machine.
   for (int run = 0; run < kMoreRuns * options.runs; ++run) {
