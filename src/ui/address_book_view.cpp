@@ -34,6 +34,7 @@ constexpr FolderTraits kTraits{185,
                                kContextCommands,
                                static_cast<int>(AddressColumn::kName)};
 constexpr int kUnchangedImage = 0, kChangedImage = 1;
+constexpr int kIdColumn = 0;
 
 // Only the capability query tells that a memory does not exist; a selection refused after it is a failure
 // like any other.
@@ -53,6 +54,7 @@ std::u16string AddressBookView::DisplayName() const { return LoadString(traits_.
 bool AddressBookView::OnInitDialog(int focus, LongParameter parameter) {
   FolderView::OnInitDialog(focus, parameter);
   list().SetImages({"entry", "entry_changed"});
+  list().FitColumn(kIdColumn);
   // What came into the book before its page was made.
   std::vector<std::uint32_t> records;
   for (int position = 0; position < book_.count(); ++position) {

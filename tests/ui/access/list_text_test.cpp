@@ -69,6 +69,20 @@ TEST_F(ListText, ThatNeedsRoomTakesItFromTheLastColumn) {
   EXPECT_FALSE(table().horizontalScrollBar()->isVisible());
 }
 
+TEST_F(ListText, OfALongIndexBesideItsIconIsDrawnWhole) {
+  WindowSession session(PhoneWith({{1, "1", u"One"}, {250, "2", u"Two"}}, 250));
+  ASSERT_TRUE(session.Start());
+  session.Command(command::kConnect);
+  session.Command(command::kLoadData);
+  ASSERT_EQ(session.sim().list().RowCount(), 2);
+  QTableView& book = *session.sim().list().native()->table;
+  book.grab();
+  QApplication::processEvents();
+  const int icon = 16;
+  EXPECT_GE(book.columnWidth(0), icon + book.fontMetrics().horizontalAdvance("250"));
+  EXPECT_EQ(session.sim().list().Widths()[0], 40);
+}
+
 TEST_F(ListText, LeavesTheWidthThatTheUserChose) {
   table().setColumnWidth(SmsColumns::kDate, 60);
   Paint();

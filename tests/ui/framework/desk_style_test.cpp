@@ -55,6 +55,7 @@ TEST_F(DeskStyleTest, ShowsTheEdgesOfSwitchesAndFieldsInDarkWindows) {
   EXPECT_GE(EdgeContrast<QStyleOptionButton>(QStyle::PE_IndicatorCheckBox, dark), kSeen);
   EXPECT_GE(EdgeContrast<QStyleOptionButton>(QStyle::PE_IndicatorRadioButton, dark), kSeen);
   EXPECT_GE(EdgeContrast<QStyleOptionFrame>(QStyle::PE_FrameLineEdit, dark), kSeen);
+  EXPECT_GE(EdgeContrast<QStyleOptionFrame>(QStyle::PE_Frame, dark), kSeen) << "of lists and memos";
 }
 
 TEST_F(DeskStyleTest, LeavesLightWindowsToTheToolkit) {

@@ -21,6 +21,7 @@ bool HasOwnEdge(QStyle::PrimitiveElement element, const QStyleOption& option) {
   switch (element) {
     case QStyle::PE_IndicatorCheckBox:
     case QStyle::PE_IndicatorRadioButton:
+    case QStyle::PE_Frame:
       return true;
     case QStyle::PE_FrameLineEdit:
       return !option.state.testFlag(QStyle::State_HasFocus);

@@ -29,6 +29,7 @@ constexpr int kOpenCommand = 2006;
 constexpr int kRowHeight = 24, kRowPadding = 6;
 constexpr int kIcon = 14, kGap = 2, kTextMargin = 4;
 constexpr double kSmallestFont = 0.7;
+constexpr int kIconRoom = 2 * kGap + kIcon + 1;
 constexpr int kWidestHint = 600;
 constexpr int kShortText = 4;
 
@@ -66,6 +67,9 @@ class RowDelegate : public QStyledItemDelegate {
         table_->NeedRoom(index.column(), sizeHint(option, index).width());
       }
       return QStyledItemDelegate::paint(painter, option, index);
+    }
+    if (table_->FitsColumn(index.column())) {
+      table_->NeedRoom(index.column(), kIconRoom + item.fontMetrics.horizontalAdvance(item.text));
     }
     const QIcon icon = std::exchange(item.icon, {});
     const QString text = std::exchange(item.text, {});
