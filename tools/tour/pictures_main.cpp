@@ -39,6 +39,7 @@ int main(int argument_count, char** arguments) {
     std::fprintf(stderr, "%s cannot be made.\n", qPrintable(profile));
     return 2;
   }
+  QFile::remove(folder + "/phone.txt");  // the phone as it was before another screen's messages were read
   celldesk::Tour tour(argument_count, arguments, folder);
   tour.Step("The simulated phone starts", [&] { return tour.StartPhone(QFile::decodeName(arguments[1])); });
   tour.Step("The window opens", [&] { return tour.application().InitInstance({}, true); });

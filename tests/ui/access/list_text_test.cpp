@@ -78,8 +78,8 @@ TEST_F(ListText, OfALongIndexBesideItsIconIsDrawnWhole) {
   QTableView& book = *session.sim().list().native()->table;
   book.grab();
   QApplication::processEvents();
-  const int icon = 16;
-  EXPECT_GE(book.columnWidth(0), icon + book.fontMetrics().horizontalAdvance("250"));
+  const int icon_and_gaps = 19;
+  EXPECT_GE(book.columnWidth(0), icon_and_gaps + book.fontMetrics().horizontalAdvance("250"));
   EXPECT_EQ(session.sim().list().Widths()[0], 40);
 }
 
