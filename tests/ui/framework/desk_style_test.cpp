@@ -31,13 +31,14 @@ class DeskStyleTest : public FrameworkTest {
  protected:
   /// The best contrast to the window along the left part of the middle line, where the edge is.
   template <typename Option>
-  double EdgeContrast(QStyle::PrimitiveElement element, const QPalette& palette) {
+  double EdgeContrast(QStyle::PrimitiveElement element, const QPalette& palette,
+                      QStyle::State state = QStyle::State_None) {
     QImage image(kSide, kSide, QImage::Format_RGB32);
     image.fill(palette.color(QPalette::Window));
     Option option;
     option.rect = image.rect();
     option.palette = palette;
-    option.state = QStyle::State_Enabled | QStyle::State_Off;
+    option.state = QStyle::State_Enabled | QStyle::State_Off | state;
     QPainter painter(&image);
     DeskStyle().drawPrimitive(element, &option, &painter);
     double best = 0;
@@ -56,6 +57,8 @@ TEST_F(DeskStyleTest, ShowsTheEdgesOfSwitchesAndFieldsInDarkWindows) {
   EXPECT_GE(EdgeContrast<QStyleOptionButton>(QStyle::PE_IndicatorRadioButton, dark), kSeen);
   EXPECT_GE(EdgeContrast<QStyleOptionFrame>(QStyle::PE_FrameLineEdit, dark), kSeen);
   EXPECT_GE(EdgeContrast<QStyleOptionFrame>(QStyle::PE_Frame, dark), kSeen) << "of lists and memos";
+  dark.setColor(QPalette::Highlight, QColor(31, 138, 112));
+  EXPECT_GE(EdgeContrast<QStyleOptionFrame>(QStyle::PE_FrameLineEdit, dark, QStyle::State_HasFocus), kSeen);
 }
 
 TEST_F(DeskStyleTest, LeavesLightWindowsToTheToolkit) {
