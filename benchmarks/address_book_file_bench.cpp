@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <optional>
 #include <string>
 
 #include "benchmarks.h"
@@ -46,6 +47,7 @@ void ReadBook(FileSystem& files, int n, AddressBook& book) {
 
 /// Seconds for both books; that they are destroyed afterwards does not count.
 double TimeReading(FileSystem& files) {
+  MakeRoom();
   AddressBook sim(u"SM", false), phone(u"ME", false);
   return TimeOf([&] {
     ReadBook(files, 0, sim);
@@ -53,16 +55,23 @@ double TimeReading(FileSystem& files) {
   });
 }
 
-void AddReading(Figures& figures, FileSystem& files, const Options& options) {
-  const Sample read = Repeat(options.runs, [&] { return TimeReading(files); });
-  const Sample floor = Repeat(options.runs, [&] {
-    return TimeOf([&] {
-      for (int n = 0; n < kBooks; ++n) ReadAndConvert(files, PathOf(n));
-    });
+/// Seconds for the characters of both files.
+double TimeConverting(FileSystem& files) {
+  MakeRoom();
+  std::optional<Characters> sim, phone;
+  return TimeOf([&] {
+    sim.emplace(files, PathOf(0));
+    phone.emplace(files, PathOf(1));
   });
+}
+
+void AddReading(Figures& figures, FileSystem& files, const Options& options, Room room) {
+  SetRoom(room);
+  const Sample read = Repeat(options.runs, [&] { return TimeReading(files); });
+  const Sample floor = Repeat(options.runs, [&] { return TimeConverting(files); });
   const double least = floor.median * kMilliseconds;
-  figures.push_back(
-      {"read 100000 entries", read.median * kMilliseconds, "ms", least, kReadBudget * least, read.spread});
+  figures.push_back({"read 100000 entries" + NameOf(room), read.median * kMilliseconds, "ms", least,
+                     kReadBudget * least, read.spread});
 }
 
 /// The most memory while one book is read, against what the book keeps.
@@ -76,7 +85,7 @@ void AddMemory(Figures& figures, FileSystem& files) {
 }
 
 void AddWriting(Figures& figures, FileSystem& files, const AddressBook& book, const Options& options) {
-  const std::u16string text = CharactersOf(files, PathOf(0));
+  const Characters text(files, PathOf(0));
   const Sample write = Repeat(options.runs, [&] {
     return TimeOf([&] {
       for (int n = 0; n < kBooks; ++n) static_cast<void>(WriteAddressBookFile(files, PathOf(n), book));
@@ -84,7 +93,8 @@ void AddWriting(Figures& figures, FileSystem& files, const AddressBook& book, co
   });
   const Sample floor = Repeat(options.runs, [&] {
     return TimeOf([&] {
-      for (int n = 0; n < kBooks; ++n) static_cast<void>(ConvertAndWrite(files, PathOf(kBooks + n), text));
+      for (int n = 0; n < kBooks; ++n)
+        static_cast<void>(ConvertAndWrite(files, PathOf(kBooks + n), text.view()));
     });
   });
   const double least = floor.median * kMilliseconds;
@@ -101,7 +111,8 @@ void MeasureAddressBookFile(Figures& figures, const Options& options) {
   for (int n = 0; n < kBooks; ++n) {
     if (Failed(WriteAddressBookFile(files, PathOf(n), book))) std::fputs("A file was not written.\n", stderr);
   }
-  AddReading(figures, files, options);
+  AddReading(figures, files, options, Room::kUsed);
+  AddReading(figures, files, options, Room::kNew);
   AddMemory(figures, files);
   AddWriting(figures, files, book, options);
 }

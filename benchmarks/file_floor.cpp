@@ -1,6 +1,7 @@
 #include "file_floor.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "measure.h"
@@ -8,37 +9,27 @@
 
 namespace celldesk::bench {
 
-// Into the same memory each time: whether the allocator gets tens of megabytes afresh depends on what ran
-// before, and costs three times what the work does.
-std::size_t ReadAndConvert(FileSystem& files, const std::u16string& path) {
-  static std::vector<std::uint8_t> bytes;
-  static std::u16string text;
+Characters::Characters(FileSystem& files, std::u16string_view path) {
   SystemError error = kErrorSuccess;
   const auto file = files.Map(path, error);
-  if (file == nullptr) return 0;
-  bytes.assign(file->bytes().begin(), file->bytes().end());
-  text.resize(bytes.size());
-  std::transform(bytes.begin(), bytes.end(), text.begin(), FromWindows1250);
-  Keep(text);
-  return text.size();
+  if (file == nullptr) return;
+  const std::span<const std::uint8_t> content = file->bytes();
+  // Arrays without a value of their own, so that their memory is touched once.
+  const std::unique_ptr<std::uint8_t[]> bytes(new std::uint8_t[content.size()]);
+  std::copy(content.begin(), content.end(), bytes.get());
+  Keep(bytes);
+  size_ = content.size();
+  text_.reset(new char16_t[size_]);
+  std::transform(bytes.get(), bytes.get() + size_, text_.get(), FromWindows1250);
+  Keep(text_);
 }
 
-bool ConvertAndWrite(FileSystem& files, const std::u16string& path, const std::u16string& text) {
+bool ConvertAndWrite(FileSystem& files, std::u16string_view path, std::u16string_view text) {
   std::vector<std::uint8_t> bytes(text.size());
   std::transform(text.begin(), text.end(), bytes.begin(), ToWindows1250);
   SystemError error = kErrorSuccess;
   const auto file = files.Create(path, error);
   return file != nullptr && file->Write(bytes) == kErrorSuccess && file->Close() == kErrorSuccess;
-}
-
-std::u16string CharactersOf(FileSystem& files, const std::u16string& path) {
-  SystemError error = kErrorSuccess;
-  const auto file = files.Map(path, error);
-  if (file == nullptr) return {};
-  const std::vector<std::uint8_t> bytes(file->bytes().begin(), file->bytes().end());
-  std::u16string text(bytes.size(), u'\0');
-  std::transform(bytes.begin(), bytes.end(), text.begin(), FromWindows1250);
-  return text;
 }
 
 }  // namespace celldesk::bench

@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <limits>
 #include <new>
 #include <string>
 
 namespace {
 
 thread_local std::size_t allocation_count = 0;
+celldesk::bench::Room wanted_room = celldesk::bench::Room::kNew;
 
 void* Allocate(std::size_t size) {
   ++allocation_count;
@@ -46,6 +48,21 @@ std::size_t AllocationCount() { return allocation_count; }
 std::size_t HeapInUse() {
   const struct mallinfo2 facts = mallinfo2();
   return facts.uordblks + facts.hblkhd;
+}
+
+void SetRoom(Room room) {
+  wanted_room = room;
+  // The values are the allocator's own, as long as it did not adapt them, or such that it keeps everything.
+  const bool keep = room == Room::kUsed;
+  mallopt(M_MMAP_MAX, keep ? 0 : 65536);
+  mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+  mallopt(M_TRIM_THRESHOLD, keep ? std::numeric_limits<int>::max() : 128 * 1024);
+}
+
+std::string NameOf(Room room) { return room == Room::kNew ? ", new memory" : ""; }
+
+void MakeRoom() {
+  if (wanted_room == Room::kNew) malloc_trim(0);
 }
 
 std::size_t PeakGrowth(const std::function<void()>& work) {

@@ -19,7 +19,7 @@ constexpr int kPhones = 5;
 constexpr int kEntries = 250;
 constexpr int kMessages = 1000;
 constexpr double kReadEnd = 0.050;  // the link's reader waits so long after the last byte
-constexpr double kPhonebookBudget = 1.05;
+constexpr double kPhonebookBudget = 1.03;
 constexpr double kMessageBudget = 1.03;
 
 simulator::PhoneMemory PhoneWithEntries() {

@@ -1,16 +1,10 @@
 #include "data/address_book.h"
 
 #include <algorithm>
-#include <limits>
 #include <new>
 
 namespace celldesk {
 namespace {
-
-int Held(std::int64_t value) {
-  using Limits = std::numeric_limits<int>;
-  return static_cast<int>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
-}
 
 std::size_t RoomFor(int count) {
   return (static_cast<std::size_t>(count) / AddressBook::kGrowBy + 1) * AddressBook::kGrowBy;
@@ -22,10 +16,6 @@ int PhonebookMemory::Capacity() const {
   return Held(std::max<std::int64_t>(std::int64_t{last} - first + 1, 0));
 }
 
-int PhonebookMemory::IndexAt(int position) const { return Held(std::int64_t{first} + position); }
-
-int PhonebookMemory::PositionOf(int index) const { return Held(std::int64_t{index} - first); }
-
 AddressBook::AddressBook(std::u16string_view memory_name, bool ignore_select_errors) {
   memory_.name = memory_name;
   memory_.ignore_select_errors = ignore_select_errors;
@@ -34,11 +24,6 @@ AddressBook::AddressBook(std::u16string_view memory_name, bool ignore_select_err
 AddressEntry& AddressBook::At(int position) {
   if (Failed(Reach(position))) return entries_.empty() ? nowhere_ : entries_.back();
   return entries_[static_cast<std::size_t>(position)];
-}
-
-Status AddressBook::Reach(int position) {
-  if (position < 0 || position >= kLimit) return E_OUTOFMEMORY;
-  return position < count() ? S_OK : Resize(position + 1);
 }
 
 void AddressBook::Reserve(int count) {
@@ -54,6 +39,11 @@ Status AddressBook::Resize(int count) {
   count = std::max(count, 0);
   if (count > kLimit) return E_OUTOFMEMORY;
   try {
+    // The usual step of a reader, made short.
+    if (count == this->count() + 1 && entries_.size() < entries_.capacity()) {
+      entries_.emplace_back();
+      return S_OK;
+    }
     const std::size_t steps = RoomFor(count);
     const std::size_t present = entries_.capacity();
     if (steps > present) entries_.reserve(std::max(steps, present + present / 2));

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,8 +28,14 @@ struct PhonebookMemory {
   /// Number of slots: 0 until the phone was asked and for a range that ends before it begins.
   int Capacity() const;
   /// Index of the slot at `position`, and back. Held at the limits of 32 bits.
-  int IndexAt(int position) const;
-  int PositionOf(int index) const;
+  int IndexAt(int position) const { return Held(std::int64_t{first} + position); }
+  int PositionOf(int index) const { return Held(std::int64_t{index} - first); }
+
+ private:
+  static int Held(std::int64_t value) {
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
+  }
 };
 
 /// The entries of one phone memory: position k is the phone's slot first + k. Interface thread only.
@@ -55,7 +63,10 @@ class AddressBook : public Object {
   AddressEntry& At(int position);
   /// Grows the book so that `position` exists, with new (modified) entries; E_OUTOFMEMORY, and the book as it
   /// was, beyond the limit or for a negative position.
-  Status Reach(int position);
+  Status Reach(int position) {
+    if (position < 0 || position >= kLimit) return E_OUTOFMEMORY;
+    return position < count() ? S_OK : Resize(position + 1);
+  }
   /// Makes room for `count` entries beforehand, as far as the limit and memory allow; the count stays.
   void Reserve(int count);
   /// Makes the count `count` (negative: 0). New entries are modified, those beyond are destroyed;

@@ -8,6 +8,7 @@
 #include "data/diacritics.h"
 #include "data/record_file.h"
 #include "util/number_text.h"
+#include "util/windows1250.h"
 
 namespace celldesk {
 namespace {
@@ -33,11 +34,10 @@ class EntryReader {
     const auto name = id ? fields.NextBytes() : std::nullopt;
     if (!name) return S_OK;  // a line without a name holds no entry
     const auto number = fields.NextBytes();
-    TakeFieldText(*id, id_);
-    const int position = Choose(ParseDecimal(id_));
+    const int position = Choose(fields.Number(*id));
     const Status status = book_.Reach(position);
     if (Failed(status)) return status;
-    Fill(position, *name, number.value_or(FieldBytes()));
+    Fill(position, fields, *name, number.value_or(FieldBytes()));
     return S_OK;
   }
 
@@ -51,19 +51,21 @@ class EntryReader {
     return first_free_;
   }
 
-  void Fill(int position, FieldBytes name, FieldBytes number) {
+  void Fill(int position, const FieldReader& fields, FieldBytes name, FieldBytes number) {
     AddressEntry& entry = book_.At(position);
-    entry.id = DecimalText(book_.memory().IndexAt(position));
-    TakeFieldText(name, entry.name);
-    DropDiacritics(entry.name);
-    TakeFieldText(number, entry.number);
+    TakeDecimal(book_.memory().IndexAt(position), entry.id);
+    entry.name.Overwrite(name.size(), [&](char16_t* text) {
+      const std::size_t length = fields.Write(name, text);
+      if (!IsAscii(name)) DropDiacritics({text, length});
+      return length;
+    });
+    fields.Take(number, entry.number);
     entry.flags |= AddressEntry::kOccupied | AddressEntry::kModified;
     if (observer_ != nullptr) observer_->RowRead(position);
   }
 
   AddressBook& book_;
   RowObserver* observer_;
-  std::u16string id_;   // of the line that is read
   int first_free_ = 0;  // no slot before this one is free
 };
 

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+
+#include "util/inline_text.h"
 
 namespace celldesk {
 
@@ -15,7 +16,7 @@ struct AddressEntry {
   static constexpr int kInternational = 145;  ///< type of a number with a "+"
   static constexpr int kOtherNumber = 129;
 
-  AddressEntry() = default;
+  AddressEntry() noexcept {}  // NOLINT(modernize-use-equals-default): nothing is zeroed beforehand
   ~AddressEntry() = default;
   /// A copy takes the four texts and the flags; the number type stays the destination's own.
   AddressEntry(const AddressEntry& other);
@@ -30,10 +31,10 @@ struct AddressEntry {
   /// Empties the texts and the flags.
   void Clear();
 
-  std::u16string id;        ///< the slot's index in the phone as decimal text; empty while it has none
-  std::u16string saved_id;  ///< the id put aside during item assignment; empty otherwise
-  std::u16string name;
-  std::u16string number;  ///< with a leading "+" when of international type
+  InlineText<8> id;        ///< the slot's index in the phone as decimal text; empty while it has none
+  InlineText<8> saved_id;  ///< the id put aside during item assignment; empty otherwise
+  InlineText<20> name;
+  InlineText<16> number;  ///< with a leading "+" when of international type
   int number_type = 0;    ///< the type octet that the phone reported
   std::uint32_t flags = kModified;
 };

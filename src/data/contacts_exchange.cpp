@@ -67,8 +67,10 @@ class ProgressRun {
 };
 
 Status AppendEntry(ContactsTable& table, const AddressEntry& entry) {
-  const std::array<ContactProperty, 3> properties = {
-      {{kContactSurname, entry.name}, {kContactMobileNumber, entry.number}, {kContactFileAs, entry.name}}};
+  const std::u16string name(entry.name);
+  const std::array<ContactProperty, 3> properties = {{{kContactSurname, name},
+                                                      {kContactMobileNumber, std::u16string(entry.number)},
+                                                      {kContactFileAs, name}}};
   return table.Append(properties);
 }
 

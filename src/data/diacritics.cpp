@@ -34,7 +34,7 @@ char16_t BaseLetter(char16_t letter) { return letter < kLettersEnd ? kBaseLetter
 
 }  // namespace
 
-void DropDiacritics(std::u16string& text) {
+void DropDiacritics(std::span<char16_t> text) {
   std::transform(text.begin(), text.end(), text.begin(), BaseLetter);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 
 namespace celldesk {
@@ -9,6 +10,6 @@ namespace celldesk {
 std::u16string WithoutDiacritics(std::u16string text);
 
 /// The same in `text` itself.
-void DropDiacritics(std::u16string& text);
+void DropDiacritics(std::span<char16_t> text);
 
 }  // namespace celldesk

@@ -59,20 +59,14 @@ void MakeOutgoing(SmsMessage& message, const SmsFileSettings& settings) {
   MakeSubmit(message, settings);
 }
 
-std::int16_t NumberOf(FieldBytes field) {
-  std::u16string text;
-  TakeFieldText(field, text);
-  return static_cast<std::int16_t>(ParseDecimal(text));
-}
-
 /// Fills `message` from the rest of a line, after its length; false when fields are missing.
 bool TakePdu(SmsMessage& message, FieldBytes length, FieldReader& fields, const SmsFileSettings& settings) {
   const auto status = fields.NextBytes();
   const auto pdu = status ? fields.NextBytes() : std::nullopt;
   if (!pdu) return false;
-  message.tpdu_length = NumberOf(length);
-  message.storage_status = NumberOf(*status);
-  TakeFieldText(*pdu, message.pdu_text);
+  message.tpdu_length = static_cast<std::int16_t>(fields.Number(length));
+  message.storage_status = static_cast<std::int16_t>(fields.Number(*status));
+  fields.Take(*pdu, message.pdu_text);
   message.flags = kMessageInUse | kMessageNew;
   // A message that does not decode stays, with the text of its line. One that was not encoded yet when it was
   // written is an outgoing message all the same.
@@ -109,9 +103,9 @@ bool MessageReader::Read(FieldReader& fields) {
   }
   auto message = std::make_unique<SmsMessage>();
   // A number that no phone could dial leaves the message without one.
-  TakeFieldText(*address, address_);
+  fields.Take(*address, address_);
   static_cast<void>(MakeAddress(message->submit.number, message->submit.toa, address_));
-  TakeFieldText(*text, message->text);
+  fields.Take(*text, message->text);
   const auto length = fields.NextBytes();
   if (length && !TakePdu(*message, *length, fields, settings_)) return false;
   if (!length) MakeOutgoing(*message, settings_);

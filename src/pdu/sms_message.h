@@ -35,7 +35,7 @@ class SmsMessage : public SmsSubmitPart,
                    public SmsStatusReportPart,
                    public SmsStoredStatusReportPart {
  public:
-  SmsMessage() = default;
+  SmsMessage() noexcept {}  // NOLINT(modernize-use-equals-default): nothing is zeroed beforehand
   SmsMessage(const SmsMessage& other);
   /// Copies the storage facts, the flags and the PDU; of the type parts only the one that the source's
   /// direction and type select, the others keep their values.

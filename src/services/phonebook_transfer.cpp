@@ -62,10 +62,9 @@ std::optional<int> TakeEntry(const ResponseLine& line, AddressBook& book) {
   AddressEntry& entry = book.At(position);
   entry.id = index;
   entry.number_type = ParseDecimal(ReplyField(line, 2));
-  entry.number = ReplyField(line, 1);
-  if (entry.number_type == AddressEntry::kInternational && !entry.number.starts_with(u'+')) {
-    entry.number.insert(0, 1, u'+');
-  }
+  const std::u16string number(ReplyField(line, 1));
+  const bool lacks_plus = entry.number_type == AddressEntry::kInternational && !number.starts_with(u'+');
+  entry.number = lacks_plus ? u'+' + number : number;
   entry.name = ReplyField(line, 3);
   entry.flags |= AddressEntry::kOccupied;
   return position;
@@ -97,9 +96,10 @@ Status RequestBlock(AtEngine& engine, const PhonebookMemory& memory, std::int64_
 
 Status SendEntry(AtEngine& engine, const AddressBook& book, int position, const AddressEntry& entry) {
   if (!entry.is_occupied()) return engine.Send(u"AT+CPBW=%i\r", {book.memory().IndexAt(position)});
-  const bool international = entry.number.find(u'+') != std::u16string::npos;
+  const bool international = entry.number.view().find(u'+') != std::u16string::npos;
   const int type = international ? AddressEntry::kInternational : AddressEntry::kOtherNumber;
-  return engine.Send(u"AT+CPBW=%s,\"%s\",%i,\"%s\"\r", {entry.id, entry.number, type, entry.name});
+  return engine.Send(u"AT+CPBW=%s,\"%s\",%i,\"%s\"\r",
+                     {entry.id.view(), entry.number.view(), type, entry.name.view()});
 }
 
 Status WriteEntry(AtEngine& engine, AddressBook& book, int position) {

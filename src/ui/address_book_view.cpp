@@ -253,8 +253,9 @@ void AddressBookView::Delete() {
   const std::vector<int> rows = list().SelectedRows();
   if (rows.empty()) return;
   const std::u16string question =
-      rows.size() == 1 ? Format(LoadString(text::kDeleteAddress), {book_.At(Positions(rows).front()).name})
-                       : Format(LoadString(text::kDeleteItems), {static_cast<int>(rows.size())});
+      rows.size() == 1
+          ? Format(LoadString(text::kDeleteAddress), {book_.At(Positions(rows).front()).name.view()})
+          : Format(LoadString(text::kDeleteItems), {static_cast<int>(rows.size())});
   if (!Ask(frame().window(), question, BoxIcon::kQuestion)) return;
   frame().SaveCopies();
   for (const int position : Positions(rows)) book_.Erase(position);

@@ -12,7 +12,7 @@ const AddressEntry* AddressBooks::FindNumber(std::u16string_view number) const {
 
 std::u16string AddressBooks::NameOf(std::u16string_view number) const {
   const AddressEntry* entry = FindNumber(number);
-  return entry == nullptr ? std::u16string() : entry->name;
+  return std::u16string(entry == nullptr ? std::u16string_view() : entry->name.view());
 }
 
 }  // namespace celldesk

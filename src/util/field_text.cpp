@@ -1,7 +1,9 @@
 #include "util/field_text.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "util/number_text.h"
 #include "util/windows1250.h"
 
 namespace celldesk {
@@ -49,16 +51,23 @@ bool IsEscaped(std::string_view text, std::size_t start, std::size_t position) {
   return (position - first) % 2 != 0;
 }
 
+/// The position of the ";" that closes the field at `position`; npos when the text ends first.
+std::size_t FindClose(std::string_view text, std::size_t position) {
+  std::size_t close = text.find(kClose, position);
+  while (close != text.npos && IsEscaped(text, position, close)) close = text.find(kClose, close + 1);
+  return close;
+}
+
 /// Resolves the escapes of a field's text in place: "# " is "#", and "#" before any other character is that
-/// character. A "#" at the end stands for itself.
-void ResolveEscapes(std::u16string& text) {
+/// character. A "#" at the end stands for itself. The new length.
+std::size_t ResolveEscapes(std::span<char16_t> text) {
   std::size_t length = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const bool escaped = text[i] == kEscape && i + 1 < text.size();
     if (escaped) ++i;
     text[length++] = escaped && text[i] == u' ' ? char16_t{kEscape} : text[i];
   }
-  text.resize(length);
+  return length;
 }
 
 }  // namespace
@@ -84,24 +93,18 @@ void AppendNumber(std::string& bytes, std::int32_t number) {
 void AppendLineEnd(std::string& bytes) { bytes += kLineEnd; }
 
 std::optional<std::size_t> AfterField(FieldBytes bytes, std::size_t position) {
-  const std::string_view text = AsText(bytes);
-  std::size_t close = text.find(kClose, position);
-  while (close != text.npos && IsEscaped(text, position, close)) close = text.find(kClose, close + 1);
-  return close == text.npos ? std::nullopt : std::optional(close + 1);
+  const std::size_t close = FindClose(AsText(bytes), position);
+  return close == std::string_view::npos ? std::nullopt : std::optional(close + 1);
 }
 
 std::u16string CopyField(FieldBytes bytes, std::size_t position) {
   const std::optional<std::size_t> after = AfterField(bytes, position);
   const std::size_t end = after ? *after - 1 : bytes.size();
-  std::u16string text;
-  if (position < end) TakeFieldText(bytes.subspan(position, end - position), text);
+  if (position >= end) return {};
+  std::u16string text(end - position, u'\0');
+  WidenWindows1250(bytes.subspan(position, end - position), text.data());
+  text.resize(ResolveEscapes(text));
   return text;
-}
-
-void TakeFieldText(FieldBytes field, std::u16string& text) {
-  text.resize(field.size());
-  WidenWindows1250(field, text.data());
-  if (AsText(field).find(kEscape) != std::string_view::npos) ResolveEscapes(text);
 }
 
 std::size_t AfterLine(FieldBytes bytes, std::size_t position) {
@@ -123,21 +126,41 @@ std::size_t SkipComments(FieldBytes bytes, std::size_t position) {
   return position;
 }
 
+FieldReader::FieldReader(FieldBytes bytes)
+    : bytes_(bytes), has_escapes_(AsText(bytes).find(kEscape) != std::string_view::npos) {}
+
 std::optional<std::u16string> FieldReader::Next() {
   const std::optional<FieldBytes> field = NextBytes();
   if (!field) return std::nullopt;
   std::optional<std::u16string> text(std::in_place);
-  TakeFieldText(*field, *text);
+  Take(*field, *text);
   return text;
 }
 
 std::optional<FieldBytes> FieldReader::NextBytes() {
   if (IsLineEnd(bytes_, position_)) return std::nullopt;
-  const std::optional<std::size_t> after = AfterField(bytes_, position_);
-  if (!after) return std::nullopt;
-  const FieldBytes field = bytes_.subspan(position_, *after - 1 - position_);
-  position_ = *after;
-  return field;
+  const std::string_view text = AsText(bytes_);
+  const std::size_t close = has_escapes_ ? FindClose(text, position_) : text.find(kClose, position_);
+  if (close == text.npos) return std::nullopt;
+  const std::size_t start = std::exchange(position_, close + 1);
+  return bytes_.subspan(start, close - start);
+}
+
+void FieldReader::Take(FieldBytes field, std::u16string& text) const {
+  text.resize(field.size());
+  text.resize(Write(field, text.data()));
+}
+
+std::int32_t FieldReader::Number(FieldBytes field) const {
+  if (!has_escapes_) return ParseDecimal(AsText(field));
+  std::u16string text;
+  Take(field, text);
+  return ParseDecimal(text);
+}
+
+std::size_t FieldReader::Write(FieldBytes field, char16_t* text) const {
+  WidenWindows1250(field, text);
+  return has_escapes_ ? ResolveEscapes({text, field.size()}) : field.size();
 }
 
 bool FieldReader::NextLine() {

@@ -18,6 +18,26 @@ constexpr std::int64_t kHighest = std::numeric_limits<std::int32_t>::max();
 bool IsSpace(char16_t character) { return character == u' ' || (character >= u'\t' && character <= u'\r'); }
 bool IsDigit(char16_t character) { return character >= u'0' && character <= u'9'; }
 
+std::uint32_t Magnitude(std::int32_t value) {
+  const auto bits = static_cast<std::uint32_t>(value);
+  return value < 0 ? 0 - bits : bits;
+}
+
+template <typename Text>
+std::int32_t ParseDecimalOf(Text text, std::size_t& position) {
+  std::size_t at = position;
+  while (at < text.size() && IsSpace(text[at])) ++at;
+  const bool negative = at < text.size() && text[at] == '-';
+  if (negative || (at < text.size() && text[at] == '+')) ++at;
+  const std::size_t first_digit = at;
+  std::int64_t value = 0;
+  for (; at < text.size() && IsDigit(text[at]); ++at) {
+    value = std::min<std::int64_t>(value * 10 + (text[at] - '0'), -kLowest);
+  }
+  if (at != first_digit) position = at;
+  return static_cast<std::int32_t>(std::min(negative ? -value : value, kHighest));
+}
+
 /// Truncated toward zero and held at the limits of 32 bits; 0 when not a number.
 std::int32_t Truncate(double value) {
   if (std::isnan(value)) return 0;
@@ -81,27 +101,41 @@ std::u16string HexText(std::uint32_t value) { return Format(u"%x", {value}); }
 
 std::int32_t ParseDecimal(std::u16string_view text) {
   std::size_t position = 0;
-  return ParseDecimalAt(text, position);
+  return ParseDecimalOf(text, position);
+}
+
+std::int32_t ParseDecimal(std::string_view text) {
+  std::size_t position = 0;
+  return ParseDecimalOf(text, position);
 }
 
 std::int32_t ParseDecimalAt(std::u16string_view text, std::size_t& position) {
-  std::size_t at = position;
-  while (at < text.size() && IsSpace(text[at])) ++at;
-  const bool negative = at < text.size() && text[at] == u'-';
-  if (negative || (at < text.size() && text[at] == u'+')) ++at;
-  const std::size_t first_digit = at;
-  std::int64_t value = 0;
-  for (; at < text.size() && IsDigit(text[at]); ++at) {
-    value = std::min<std::int64_t>(value * 10 + (text[at] - u'0'), -kLowest);
-  }
-  if (at != first_digit) position = at;
-  return static_cast<std::int32_t>(std::min(negative ? -value : value, kHighest));
+  return ParseDecimalOf(text, position);
 }
 
 std::u16string DecimalText(std::int32_t value) {
-  std::array<char, 12> digits;
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-  return {digits.data(), end};
+  std::u16string text(DecimalLength(value), u'\0');
+  WriteDecimal(value, text);
+  return text;
+}
+
+std::size_t DecimalLength(std::int32_t value) {
+  std::size_t length = value < 0 ? 2 : 1;
+  for (std::uint64_t power = 10; power <= Magnitude(value); power *= 10) ++length;
+  return length;
+}
+
+std::size_t WriteDecimal(std::int32_t value, std::span<char16_t> text) {
+  if (value < 0) text.front() = u'-';
+  std::size_t position = text.size();
+  std::uint32_t rest = Magnitude(value);
+  for (; rest >= 10; rest /= 100) {  // two at a time: a division waits for the one before it
+    const std::uint32_t pair = rest % 100;
+    text[--position] = static_cast<char16_t>(u'0' + pair % 10);
+    text[--position] = static_cast<char16_t>(u'0' + pair / 10);
+  }
+  if (rest != 0 || position == text.size()) text[--position] = static_cast<char16_t>(u'0' + rest);
+  return text.size();
 }
 
 }  // namespace celldesk

@@ -1,6 +1,7 @@
 #include "util/windows1250.h"
 
-#include <cstring>
+#include <algorithm>
+#include <bit>
 
 namespace celldesk {
 namespace {
@@ -29,12 +30,24 @@ constexpr std::size_t kUpperStart = 0x80;
 
 constexpr std::size_t kRun = sizeof(std::uint64_t);
 
-/// True when none of the kRun bytes is in the upper half.
-bool IsAscii(const std::uint8_t* bytes) {
-  constexpr std::uint64_t kUpperBits = 0x8080808080808080;
-  std::uint64_t word = 0;
-  std::memcpy(&word, bytes, kRun);
-  return (word & kUpperBits) == 0;
+using Run = std::array<std::uint8_t, kRun>;
+
+Run RunAt(const std::uint8_t* bytes) {
+  Run run;
+  std::copy_n(bytes, kRun, run.begin());
+  return run;
+}
+
+std::uint64_t UpperBits(const Run& run) { return std::bit_cast<std::uint64_t>(run) & 0x8080808080808080; }
+
+/// The characters of kRun bytes.
+void WidenRun(const std::uint8_t* bytes, char16_t* characters) {
+  const Run run = RunAt(bytes);  // a copy: nothing that is written to `characters` can change it
+  if (UpperBits(run) == 0) {
+    for (std::size_t i = 0; i < kRun; ++i) characters[i] = run[i];
+  } else {
+    for (std::size_t i = 0; i < kRun; ++i) characters[i] = kCharacterOfByte[run[i]];
+  }
 }
 
 }  // namespace
@@ -56,17 +69,24 @@ constexpr std::array<std::uint8_t, kWindows1250End> kByteOfCharacter = [] {
   return table;
 }();
 
-void WidenWindows1250(std::span<const std::uint8_t> bytes, char16_t* characters) {
-  while (bytes.size() >= kRun) {
-    if (IsAscii(bytes.data())) {
-      for (std::size_t i = 0; i < kRun; ++i) characters[i] = bytes[i];
-    } else {
-      for (std::size_t i = 0; i < kRun; ++i) characters[i] = kCharacterOfByte[bytes[i]];
-    }
-    bytes = bytes.subspan(kRun);
-    characters += kRun;
+bool IsAscii(std::span<const std::uint8_t> bytes) {
+  if (bytes.size() < kRun) {
+    return std::all_of(bytes.begin(), bytes.end(), [](std::uint8_t byte) { return byte < kUpperStart; });
   }
-  for (const std::uint8_t byte : bytes) *characters++ = kCharacterOfByte[byte];
+  const std::size_t last_run = bytes.size() - kRun;
+  std::uint64_t upper = UpperBits(RunAt(bytes.data() + last_run));
+  for (std::size_t i = 0; i < last_run; i += kRun) upper |= UpperBits(RunAt(bytes.data() + i));
+  return upper == 0;
+}
+
+void WidenWindows1250(std::span<const std::uint8_t> bytes, char16_t* characters) {
+  if (bytes.size() < kRun) {
+    for (const std::uint8_t byte : bytes) *characters++ = kCharacterOfByte[byte];
+    return;
+  }
+  const std::size_t last_run = bytes.size() - kRun;
+  for (std::size_t i = 0; i < last_run; i += kRun) WidenRun(bytes.data() + i, characters + i);
+  WidenRun(bytes.data() + last_run, characters + last_run);  // some of it for the second time
 }
 
 }  // namespace celldesk

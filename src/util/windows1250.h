@@ -20,6 +20,9 @@ extern const std::array<std::uint8_t, kWindows1250End> kByteOfCharacter;
 /// The character of a byte; an undefined byte gives the character of the same value.
 inline char16_t FromWindows1250(std::uint8_t byte) { return kCharacterOfByte[byte]; }
 
+/// True when no byte is in the upper half of the code page.
+bool IsAscii(std::span<const std::uint8_t> bytes);
+
 /// The characters of bytes; `characters` has room for as many. Runs of ASCII are widened eight at a time.
 void WidenWindows1250(std::span<const std::uint8_t> bytes, char16_t* characters);
 

@@ -43,13 +43,13 @@ inline AddressBook LoadedBook(int last, std::u16string_view memory = u"SM") {
 /// The names in array order, empty slots as "".
 inline std::vector<std::u16string> Names(const AddressBook& book) {
   std::vector<std::u16string> names;
-  for (const AddressEntry& entry : book.entries()) names.push_back(entry.name);
+  for (const AddressEntry& entry : book.entries()) names.emplace_back(entry.name);
   return names;
 }
 
 inline std::vector<std::u16string> Ids(const AddressBook& book) {
   std::vector<std::u16string> ids;
-  for (const AddressEntry& entry : book.entries()) ids.push_back(entry.id);
+  for (const AddressEntry& entry : book.entries()) ids.emplace_back(entry.id);
   return ids;
 }
 

@@ -21,7 +21,7 @@ class ContactsImport : public ContactsFixture {
   }
   std::u16string NameOf(ContactRecord contact) {
     contact.push_back({kContactHomeNumber, u"5551234"});
-    return ImportOne(std::move(contact)).name;
+    return std::u16string(ImportOne(std::move(contact)).name);
   }
 };
 

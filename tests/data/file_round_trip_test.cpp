@@ -67,8 +67,8 @@ TEST(AddressBookFileProperty, ABookComesBackButForForeignLettersAndDiacritics) {
       if (!entry.is_occupied()) continue;
       ASSERT_TRUE(read.is_modified());
       ASSERT_EQ(read.id, entry.id);
-      ASSERT_EQ(read.name, WithoutDiacritics(Kept(entry.name)));
-      ASSERT_EQ(read.number, Kept(entry.number));
+      ASSERT_EQ(read.name, WithoutDiacritics(Kept(std::u16string(entry.name))));
+      ASSERT_EQ(read.number, Kept(std::u16string(entry.number)));
     }
   }
 }

@@ -260,7 +260,7 @@ TEST(WritePhonebook, SendsACommandOf511Characters) {
   AddressBook book = CleanBook(1, 2);
   Change(book, 0, std::u16string(name.begin(), name.end()), u"");
   EXPECT_EQ(WritePhonebook(session.engine, book, nullptr, std::nullopt), S_OK);
-  book.At(0).name += u'n';
+  book.At(0).name = std::u16string(name.begin(), name.end()) + u'n';
   book.At(0).flags |= AddressEntry::kModified;
   session.phone.Load(kSelect);
   EXPECT_EQ(WritePhonebook(session.engine, book, nullptr, std::nullopt), E_FAIL);

@@ -57,7 +57,8 @@ Entries EntriesOf(const AddressBook& book) {
   Entries entries;
   for (const AddressEntry& entry : book.entries()) {
     if (!entry.is_occupied()) continue;
-    entries[ParseDecimal(entry.id)] = {std::string(entry.number.begin(), entry.number.end()),
+    const std::u16string_view number = entry.number;
+    entries[ParseDecimal(entry.id)] = {std::string(number.begin(), number.end()),
                                        std::u16string(WithoutPadding(entry.name))};
   }
   return entries;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "util/number_text.h"
 #include "util/windows1250.h"
 
 namespace celldesk {
@@ -149,24 +150,30 @@ std::u16string PlainText(std::string_view field) {
   return text;
 }
 
-TEST(TakeFieldText, FollowsTheRuleForEveryField) {
-  constexpr std::string_view kBytes = "ab #;#\xE8\r";
+TEST(FieldReader, TakesTheTextOfEveryFieldByTheRule) {
+  constexpr std::string_view kBytes = "ab #;#\xE8\r10-+";
   std::mt19937 random(29);
   std::u16string text;
   for (int i = 0; i < 2000; ++i) {
     std::string field(random() % 40, ' ');
     for (char& byte : field) byte = kBytes[random() % kBytes.size()];
-    TakeFieldText(Bytes(field), text);
+    const FieldReader reader(Bytes(field));
+    reader.Take(Bytes(field), text);
     EXPECT_EQ(text, PlainText(field));
+    InlineText<8> inline_text;
+    reader.Take(Bytes(field), inline_text);
+    EXPECT_EQ(inline_text, text);
+    EXPECT_EQ(reader.Number(Bytes(field)), ParseDecimal(text)) << field;
   }
 }
 
-TEST(TakeFieldText, UsesTheRoomOfTheText) {
+TEST(FieldReader, UsesTheRoomOfTheText) {
   std::u16string text(100, u'x');
   const char16_t* const room = text.data();
-  TakeFieldText(Bytes("A# B"), text);
+  const FieldReader reader(Bytes("A# B;;"));
+  reader.Take(Bytes("A# B"), text);
   EXPECT_EQ(text, u"A#B");
-  TakeFieldText(Bytes(""), text);
+  reader.Take(Bytes(""), text);
   EXPECT_EQ(text, u"");
   EXPECT_EQ(text.data(), room);
 }

@@ -135,5 +135,23 @@ TEST(NumberText, DecimalTextShowsTheSign) {
   EXPECT_EQ(DecimalText(-120), u"-120");
 }
 
+TEST(NumberText, DecimalTextReachesTheLimitsOf32Bits) {
+  EXPECT_EQ(DecimalText(std::numeric_limits<std::int32_t>::max()), u"2147483647");
+  EXPECT_EQ(DecimalText(std::numeric_limits<std::int32_t>::min()), u"-2147483648");
+  EXPECT_EQ(DecimalText(9), u"9");
+  EXPECT_EQ(DecimalText(10), u"10");
+  EXPECT_EQ(DecimalText(100), u"100");
+  EXPECT_EQ(DecimalText(1005), u"1005");
+  EXPECT_EQ(DecimalText(-10070), u"-10070");
+}
+
+TEST(NumberText, TakeDecimalWritesTheSameIntoATextOfItsOwn) {
+  for (const std::int32_t value : {0, 7, -7, 12345678, 123456789, std::numeric_limits<std::int32_t>::min()}) {
+    InlineText<8> text = u"former";
+    TakeDecimal(value, text);
+    EXPECT_EQ(text, DecimalText(value));
+  }
+}
+
 }  // namespace
 }  // namespace celldesk

@@ -49,6 +49,18 @@ TEST(Windows1250, HasTheLettersOfCentralEurope) {
   }
 }
 
+TEST(Windows1250, TellsSevenBitTextsOfEveryLength) {
+  for (std::size_t length = 0; length < 40; ++length) {
+    std::vector<std::uint8_t> bytes(length, 0x7F);
+    EXPECT_TRUE(IsAscii(bytes));
+    for (std::uint8_t& byte : bytes) {
+      byte = 0x80;
+      EXPECT_FALSE(IsAscii(bytes));
+      byte = 0x7F;
+    }
+  }
+}
+
 TEST(Windows1250, HasTheUpperHalfOfTheCodePage) {
   constexpr std::u16string_view kCharacters =
       u"\x0080\x0081\u201A\x0083\u201E\u2026\u2020\u2021\x0088\u2030\u0160\u2039\u015A\u0164\u017D\u0179"

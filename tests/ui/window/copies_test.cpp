@@ -28,8 +28,9 @@ class CopiesTest : public testing::Test {
   }
   /// Changes what is in the book, so that a copy of it is new.
   void Change() {
-    session_.sim().book().At(0).name += u'!';
-    session_.sim().book().At(0).flags |= AddressEntry::kModified;
+    AddressEntry& entry = session_.sim().book().At(0);
+    entry.name = std::u16string(entry.name) + u'!';
+    entry.flags |= AddressEntry::kModified;
   }
   std::vector<std::string> Copies() {
     std::vector<std::string> names;
