@@ -124,7 +124,7 @@ void Walk::PrepareUpload() {
   Command(command::kLoadData);
   for (const int position : {0, 1, 39}) {
     AddressEntry& entry = view().book().At(position);
-    entry.name += u"!";
+    entry.name = std::u16string(entry.name) + u"!";
     entry.flags |= AddressEntry::kModified;
   }
   const int erased = view().list().RowOf(19);
