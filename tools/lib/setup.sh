@@ -5,7 +5,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 cd "$root" || exit 1
 jobs=$(nproc 2>/dev/null || echo 2)
 
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-qpa-plugins libgl-dev fonts-dejavu-core)
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqt6svg6 qt6-qpa-plugins libgl-dev fonts-dejavu-core)
 
 need_packages() {
   if ! command -v dpkg-query >/dev/null 2>&1; then
