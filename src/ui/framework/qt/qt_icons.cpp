@@ -23,8 +23,10 @@ class SvgIconEngine : public QIconEngine {
     svg.replace("currentColor", QApplication::palette().color(group, role).name().toLatin1());
     QSvgRenderer renderer(svg);
     renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    painter->save();
     if (mode == QIcon::Disabled) painter->setOpacity(painter->opacity() * 0.5);
     renderer.render(painter, QRectF(rectangle));
+    painter->restore();
   }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
