@@ -79,10 +79,10 @@ TEST(InlineText, AMoveLeavesTheSourceEmptyAndUsable) {
 TEST(InlineText, TakesItselfAndAPieceOfItself) {
   for (const std::u16string& sample : Samples()) {
     Text text = sample;
-    const Text& same = text;
+    Text& same = text;
     text = same;
     EXPECT_EQ(text, sample);
-    text = std::move(text);
+    text = std::move(same);
     EXPECT_EQ(text, sample);
     if (sample.empty()) continue;
     text = text.view().substr(1);
