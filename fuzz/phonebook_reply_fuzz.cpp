@@ -46,7 +46,7 @@ void CheckEntries(AddressBook& book, std::size_t entry_lines) {
     // Beyond the range that the phone told, the book grows by slots that the phone does not have.
     HOLDS(!entry.is_modified() || position >= book.memory().Capacity());
     HOLDS(book.memory().PositionOf(ParseDecimal(entry.id)) == position);
-    HOLDS(entry.number_type != AddressEntry::kInternational || entry.number.starts_with(u'+'));
+    HOLDS(entry.number_type != AddressEntry::kInternational || entry.number.view().starts_with(u'+'));
   }
   HOLDS(occupied <= entry_lines);
 }
