@@ -52,7 +52,7 @@ void CheckBook(const AddressBook& book, std::size_t size) {
 
 bool IsKept(const AddressBook& book) {
   for (const AddressEntry* entry : EntriesOf(book)) {
-    if (entry->name.starts_with(u"\r\n") || entry->number.starts_with(u"\r\n")) return false;
+    if (entry->name.view().starts_with(u"\r\n") || entry->number.view().starts_with(u"\r\n")) return false;
   }
   return true;
 }

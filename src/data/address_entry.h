@@ -31,10 +31,10 @@ struct AddressEntry {
   /// Empties the texts and the flags.
   void Clear();
 
-  InlineText<8> id;        ///< the slot's index in the phone as decimal text; empty while it has none
-  InlineText<8> saved_id;  ///< the id put aside during item assignment; empty otherwise
-  InlineText<20> name;
-  InlineText<16> number;  ///< with a leading "+" when of international type
+  InlineText<6> id;        ///< the slot's index in the phone as decimal text; empty while it has none
+  InlineText<6> saved_id;  ///< the id put aside during item assignment; empty otherwise
+  InlineText<22> name;
+  InlineText<14> number;  ///< with a leading "+" when of international type
   int number_type = 0;    ///< the type octet that the phone reported
   std::uint32_t flags = kModified;
 };

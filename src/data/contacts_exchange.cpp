@@ -96,11 +96,11 @@ std::u16string NumberOf(const ContactRecord& record) {
 
 /// Takes the contact into the cleared `entry`; false when it has no usable number.
 bool TakeContact(AddressEntry& entry, int position, const ContactRecord& record) {
-  std::u16string number = NumberOf(record);
+  const std::u16string number = NumberOf(record);
   if (number.size() < kLeastNumber) return false;
   entry.id = DecimalText(position);
   entry.name = NameOf(record);
-  entry.number = std::move(number);
+  entry.number = number;
   entry.flags = AddressEntry::kOccupied | AddressEntry::kModified;
   return true;
 }

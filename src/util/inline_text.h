@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace celldesk {
 
@@ -16,9 +17,10 @@ namespace celldesk {
 template <std::size_t kInline>
 class InlineText {
  public:
-  static_assert(kInline * sizeof(char16_t) >= sizeof(char16_t*), "shorter ones would waste their room");
+  static_assert((sizeof(std::uint32_t) + kInline * sizeof(char16_t)) % sizeof(char16_t*) == 0,
+                "another number would waste room");
 
-  InlineText() noexcept : size_(0), heap_(nullptr) {}
+  InlineText() noexcept {}  // NOLINT(modernize-use-equals-default): the characters have no value yet
   // NOLINTBEGIN(google-explicit-constructor)
   InlineText(std::u16string_view text) : InlineText() { Assign(text); }
   InlineText(const char16_t* text) : InlineText(std::u16string_view(text)) {}
@@ -26,26 +28,24 @@ class InlineText {
   // NOLINTEND(google-explicit-constructor)
   InlineText(const InlineText& other) : InlineText(other.view()) {}
   InlineText(InlineText&& other) noexcept { Take(other); }
-  ~InlineText() { Free(); }
+  ~InlineText() = default;
 
   InlineText& operator=(const InlineText& other) {
     if (this != &other) Assign(other.view());
     return *this;
   }
   InlineText& operator=(InlineText&& other) noexcept {
-    if (this == &other) return *this;
-    Free();
-    Take(other);
+    if (this != &other) Take(other);
     return *this;
   }
 
   operator std::u16string_view() const { return view(); }  // NOLINT(google-explicit-constructor)
-  std::u16string_view view() const { return {is_inline() ? inline_.data() : heap_, size_}; }
+  std::u16string_view view() const { return {heap_ ? heap_.get() : inline_.data(), size_}; }
   std::size_t size() const { return size_; }
   bool empty() const { return size_ == 0; }
 
   void clear() {
-    Free();
+    heap_.reset();
     size_ = 0;
   }
 
@@ -53,15 +53,14 @@ class InlineText {
   template <typename Write>
   void Overwrite(std::size_t most, Write write) {
     if (most <= kInline) {
-      Free();
+      heap_.reset();
       size_ = static_cast<std::uint32_t>(write(inline_.data()));
       return;
     }
     std::unique_ptr<char16_t[]> room(new char16_t[most]);
     const std::size_t size = write(room.get());
     if (size <= kInline) return Assign({room.get(), size});
-    Free();
-    heap_ = room.release();
+    heap_ = std::move(room);
     size_ = static_cast<std::uint32_t>(size);
   }
 
@@ -73,41 +72,28 @@ class InlineText {
  private:
   using Traits = std::u16string_view::traits_type;
 
-  bool is_inline() const { return size_ <= kInline; }
-
-  void Free() {
-    if (!is_inline()) delete[] heap_;
-  }
-
   // `text` may be a piece of this one.
   void Assign(std::u16string_view text) {
-    char16_t* const former = is_inline() ? nullptr : heap_;
-    if (text.size() <= kInline) {
-      Traits::move(inline_.data(), text.data(), text.size());
+    if (text.size() > kInline) {
+      std::unique_ptr<char16_t[]> room(new char16_t[text.size()]);
+      Traits::copy(room.get(), text.data(), text.size());
+      heap_ = std::move(room);
     } else {
-      char16_t* const room = new char16_t[text.size()];
-      Traits::copy(room, text.data(), text.size());
-      heap_ = room;
+      Traits::move(inline_.data(), text.data(), text.size());
+      heap_.reset();
     }
     size_ = static_cast<std::uint32_t>(text.size());
-    delete[] former;
   }
 
   void Take(InlineText& other) noexcept {
-    size_ = other.size_;
-    if (is_inline()) {
-      Traits::copy(inline_.data(), other.inline_.data(), size_);
-    } else {
-      heap_ = other.heap_;
-    }
-    other.size_ = 0;
+    size_ = std::exchange(other.size_, 0);
+    heap_ = std::move(other.heap_);
+    if (!heap_) Traits::copy(inline_.data(), other.inline_.data(), size_);
   }
 
-  std::uint32_t size_;
-  union {
-    std::array<char16_t, kInline> inline_;
-    char16_t* heap_;
-  };
+  std::uint32_t size_ = 0;
+  std::array<char16_t, kInline> inline_;
+  std::unique_ptr<char16_t[]> heap_;  // holds the text exactly when it is longer than kInline
 };
 
 }  // namespace celldesk

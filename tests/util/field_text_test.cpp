@@ -160,7 +160,7 @@ TEST(FieldReader, TakesTheTextOfEveryFieldByTheRule) {
     const FieldReader reader(Bytes(field));
     reader.Take(Bytes(field), text);
     EXPECT_EQ(text, PlainText(field));
-    InlineText<8> inline_text;
+    InlineText<6> inline_text;
     reader.Take(Bytes(field), inline_text);
     EXPECT_EQ(inline_text, text);
     EXPECT_EQ(reader.Number(Bytes(field)), ParseDecimal(text)) << field;

@@ -147,7 +147,7 @@ TEST(NumberText, DecimalTextReachesTheLimitsOf32Bits) {
 
 TEST(NumberText, TakeDecimalWritesTheSameIntoATextOfItsOwn) {
   for (const std::int32_t value : {0, 7, -7, 12345678, 123456789, std::numeric_limits<std::int32_t>::min()}) {
-    InlineText<8> text = u"former";
+    InlineText<6> text = u"former";
     TakeDecimal(value, text);
     EXPECT_EQ(text, DecimalText(value));
   }
