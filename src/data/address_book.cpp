@@ -39,11 +39,6 @@ Status AddressBook::Resize(int count) {
   count = std::max(count, 0);
   if (count > kLimit) return E_OUTOFMEMORY;
   try {
-    // The usual step of a reader, made short.
-    if (count == this->count() + 1 && entries_.size() < entries_.capacity()) {
-      entries_.emplace_back();
-      return S_OK;
-    }
     const std::size_t steps = RoomFor(count);
     const std::size_t present = entries_.capacity();
     if (steps > present) entries_.reserve(std::max(steps, present + present / 2));

@@ -30,9 +30,10 @@ Status AtEngine::Send(std::u16string_view format, std::initializer_list<FormatAr
 
 Status AtEngine::WaitLine(ResponseLine& response, std::chrono::milliseconds timeout) {
   do {
-    const bool arrived = link_.IsOpen() && waiter_.WaitFor(link_.line_event(), timeout);
-    if (!arrived) ++missed_answers_;
-    if (!arrived) return E_FAIL;
+    if (!link_.IsOpen() || !waiter_.WaitFor(link_.line_event(), timeout)) {
+      ++missed_answers_;
+      return E_FAIL;
+    }
   } while (Failed(link_.TakeLine(response)));
   response.DropLineFeeds();
   return S_OK;

@@ -47,18 +47,19 @@ TEST(RecordWriter, TheFirstFailureSticks) {
   EXPECT_EQ(files.writes, 2);
 }
 
+/// Ends a record with a field for which there is no memory.
+Status EndWithoutMemory(RecordWriter& writer) {
+  const std::u16string large(5000, u'x');
+  AllocationGate gate;
+  gate.Refuse();
+  return writer.Field(large).EndRecord();
+}
+
 TEST(RecordWriter, AFieldThatFindsNoMemoryEndsTheFileBeforeIt) {
   FakeFileSystem files;
   RecordWriter writer(files);
   EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
-  const std::u16string large(5000, u'x');
-  Status status = S_OK;
-  {
-    AllocationGate gate;
-    gate.Refuse();
-    status = writer.Field(u"one").Field(large).EndRecord();
-  }
-  EXPECT_EQ(status, E_OUTOFMEMORY);
+  EXPECT_EQ(EndWithoutMemory(writer.Field(u"one")), E_OUTOFMEMORY);
   EXPECT_EQ(writer.Field(u"two").EndRecord(), E_OUTOFMEMORY);
   EXPECT_EQ(writer.Close(), E_OUTOFMEMORY);
   EXPECT_EQ(files.files[u"a.adr"], "one;");
@@ -69,14 +70,7 @@ TEST(RecordWriter, TheDiskTellsFirstWhenMemoryAndDiskAreFull) {
   files.write_error = kErrorDiskFull;
   RecordWriter writer(files);
   EXPECT_EQ(writer.Create(u"a.adr"), S_OK);
-  const std::u16string large(5000, u'x');
-  Status status = S_OK;
-  {
-    AllocationGate gate;
-    gate.Refuse();
-    status = writer.Field(large).EndRecord();
-  }
-  EXPECT_EQ(status, Status{0x80070070});
+  EXPECT_EQ(EndWithoutMemory(writer), Status{0x80070070});
   EXPECT_EQ(writer.Close(), Status{0x80070070});
 }
 
