@@ -51,7 +51,17 @@ Status AtEngine::DetectPhone() {
   FlushLines();
   if (const Status status = Send(u"ATZE0V1\r"); Failed(status)) return status;
   waiter_.Pause(timing::kAfterDetect);
-  return WaitFinal(response(), timing::kReply);
+  const Status status = WaitFinal(response(), timing::kReply);
+  if (!Failed(status)) DropLateLines();
+  return status;
+}
+
+void AtEngine::DropLateLines() {
+  if (settled_answers_ != missed_answers_) waiter_.Pause(timing::kLateAnswer);
+  settled_answers_ = missed_answers_;
+  ResponseLine late;
+  while (!Failed(link_.TakeLine(late))) {
+  }
 }
 
 }  // namespace celldesk

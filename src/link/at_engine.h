@@ -19,6 +19,7 @@ inline constexpr std::chrono::milliseconds kPhonebookRead{25000};
 inline constexpr std::chrono::milliseconds kDelete{3000};
 inline constexpr std::chrono::milliseconds kSubmit{9000};
 inline constexpr std::chrono::milliseconds kAfterDetect{200};
+inline constexpr std::chrono::milliseconds kLateAnswer{1000};
 inline constexpr std::chrono::milliseconds kBeforeQuery{500};
 inline constexpr std::chrono::milliseconds kBeforeSend{400};
 inline constexpr std::chrono::milliseconds kBeforePdu{800};
@@ -48,13 +49,18 @@ class AtEngine {
   int missed_answers() const { return missed_answers_; }
   /// Lines until a final result: S_OK on "OK", E_FAIL on "ERROR" or a time-out.
   Status WaitFinal(ResponseLine& response, std::chrono::milliseconds timeout);
-  /// Resets the phone to its profile, echo off, verbose results, and waits for its "OK".
+  /// Resets the phone to its profile, echo off, verbose results, and waits for its "OK". Lines that came with
+  /// it are dropped: a late answer to an earlier command would be taken for that to the next one. Where an
+  /// answer was missed since the last "OK" here, they get a second to come.
   Status DetectPhone();
 
  private:
+  void DropLateLines();
+
   PhoneLink& link_;
   Waiter& waiter_;
   int missed_answers_ = 0;
+  int settled_answers_ = 0;  // of them, those whose late lines were dropped or given up
 };
 
 }  // namespace celldesk

@@ -301,7 +301,8 @@ void AddressBookView::LoadData() {
     status = Initialise();
     if (!Failed(status)) {
       status = Download();
-      lacks_rows_ = Failed(status) || services().engine.missed_answers() != missed;
+      lacks_rows_ =
+          Failed(status) || book_.memory().Capacity() <= 1 || services().engine.missed_answers() != missed;
     }
   }
   list().SetEmptyText(EmptyText());

@@ -65,12 +65,16 @@ void FolderView::OnShowPage() {
   const SettingsStore store(services_.registry);
   list().SetWidths(
       store.LoadColumnWidths(traits_.widths_value, static_cast<std::size_t>(list().ColumnCount())));
+  shown_widths_ = list().Widths();
   list().SetEmptyText(EmptyText());
   list().SetFocus();
 }
 
+// Widths that nobody changed stay as they are stored: another window may have stored its own meanwhile.
 bool FolderView::OnLeavePage() {
-  SettingsStore(services_.registry).SaveColumnWidths(traits_.widths_value, list().Widths());
+  const std::vector<std::uint16_t> widths = list().Widths();
+  if (widths != shown_widths_)
+    SettingsStore(services_.registry).SaveColumnWidths(traits_.widths_value, widths);
   return true;
 }
 

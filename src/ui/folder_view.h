@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "ui/frame_services.h"
 #include "ui/framework/dialog.h"
@@ -50,7 +53,8 @@ class FolderView : public Dialog {
   /// Keeps the frame's command bar and status line up to date.
   bool OnIdle(int count) override;
 
-  /// True when the phone may hold more than the last Load Data read: an answer was missed on the way.
+  /// True when the phone may hold more than the last Load Data read: an answer was missed on the way, or the
+  /// phone named nothing that could be read.
   virtual bool MayLackRows() const { return false; }
 
   /// What the user is to do in the folder's present mode, for the status line; empty in the ordinary one.
@@ -68,6 +72,7 @@ class FolderView : public Dialog {
   ProgramServices services_;
   FolderTraits traits_;
   std::u16string title_;
+  std::vector<std::uint16_t> shown_widths_;  // of the columns, when the page was last shown
 };
 
 }  // namespace celldesk

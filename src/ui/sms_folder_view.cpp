@@ -306,7 +306,8 @@ void SmsFolderView::LoadData(int missed_before) {
     services().engine.waiter().Pause(kBeforeDownload);
     status = sms().ListAll(this);
     if (!Failed(status)) filled_ = loaded_ = sibling_->loaded_ = true;
-    lacks_rows_ = Failed(status) || services().engine.missed_answers() != missed_before;
+    lacks_rows_ = Failed(status) || sms().read_memories().empty() ||
+                  services().engine.missed_answers() != missed_before;
     sibling_->lacks_rows_ = lacks_rows_;
     for (SmsFolderView* folder : {this, sibling_}) {
       if (folder->IsAttached()) folder->list().SortAgain();

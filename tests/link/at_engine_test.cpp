@@ -253,6 +253,51 @@ TEST(AtEngine, DetectPhoneFailsWhenThePhoneFallsSilentAfterSomeLines) {
   EXPECT_EQ(session.waiter.now(), 9000ms);
 }
 
+// The answer to an earlier command that comes only now, right before that to the detection.
+TEST(AtEngine, DetectPhoneLeavesNoAnswerForTheNextCommand) {
+  ScriptedSession session(R"(
+    > ATZE0V1\r
+    < OK
+    < OK
+  )");
+  EXPECT_EQ(session.engine.DetectPhone(), S_OK);
+  EXPECT_EQ(session.engine.response().text(), u"OK");
+  EXPECT_FALSE(session.link.line_event().IsSet());
+  EXPECT_THAT(session.waiter.pauses(), ElementsAre(200ms)) << "no answer was missed";
+}
+
+TEST(AtEngine, DetectPhoneGivesAMissedAnswerASecondToCome) {
+  ScriptedSession session(R"(
+    > AT+CPBS=?\r\n
+    > ATZE0V1\r
+    < OK
+    = 900
+    < OK
+    > ATZE0V1\r
+    < OK
+  )");
+  EXPECT_EQ(session.engine.Send(u"AT+CPBS=?\r\n"), S_OK);
+  EXPECT_EQ(session.engine.WaitFinal(session.engine.response(), 8000ms), E_FAIL);
+  EXPECT_EQ(session.engine.DetectPhone(), S_OK);
+  EXPECT_FALSE(session.link.line_event().IsSet());
+  EXPECT_EQ(session.engine.DetectPhone(), S_OK);
+  EXPECT_THAT(session.waiter.pauses(), ElementsAre(200ms, 1000ms, 200ms)) << "once for all that was missed";
+}
+
+TEST(AtEngine, DetectPhoneThatFailsStillExpectsTheMissedAnswer) {
+  ScriptedSession session(R"(
+    > ATZE0V1\r
+    > ATZE0V1\r
+    < OK
+    = 900
+    < OK
+  )");
+  EXPECT_EQ(session.engine.DetectPhone(), E_FAIL);
+  EXPECT_EQ(session.engine.DetectPhone(), S_OK);
+  EXPECT_FALSE(session.link.line_event().IsSet());
+  EXPECT_THAT(session.waiter.pauses(), ElementsAre(200ms, 200ms, 1000ms));
+}
+
 TEST(AtEngine, DetectPhoneGivesBackTheStatusOfAFailedSend) {
   ScriptedSession session;
   session.ports.line.write_status = E_FAIL;
@@ -347,6 +392,7 @@ TEST(AtEngine, TheTimingsAreThoseOfTheProcedures) {
   EXPECT_EQ(timing::kDelete, 3000ms);
   EXPECT_EQ(timing::kSubmit, 9000ms);
   EXPECT_EQ(timing::kAfterDetect, 200ms);
+  EXPECT_EQ(timing::kLateAnswer, 1000ms);
   EXPECT_EQ(timing::kBeforeQuery, 500ms);
   EXPECT_EQ(timing::kBeforeSend, 400ms);
   EXPECT_EQ(timing::kBeforePdu, 800ms);

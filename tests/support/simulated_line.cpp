@@ -40,8 +40,10 @@ std::unique_ptr<SerialPort> SimulatedLine::Open(std::u16string_view /*name*/, Op
   const OpenProblem found = present_ ? problem_ : OpenProblem::kNoSuchPort;
   if (problem != nullptr) *problem = found;
   if (found != OpenProblem::kNone) return nullptr;
-  phone_.ResetLine();
-  under_way_.clear();
+  if (!keeps_answers_) {
+    phone_.ResetLine();
+    under_way_.clear();
+  }
   return std::make_unique<SimulatedPort>(*this);
 }
 

@@ -34,6 +34,8 @@ class SimulatedLine : public SerialPortOpener, public ClockedSource {
   void Return() { present_ = true; }
   /// What stands in the way of the next Open.
   void set_problem(OpenProblem problem) { problem_ = problem; }
+  /// A phone that does not see the port being closed: what it still has to say comes in the next session.
+  void KeepAnswersOverClose() { keeps_answers_ = true; }
   /// Answer to new line parameters; a failure leaves them as they were.
   void set_parameters_status(Status status) { parameters_status_ = status; }
   int open_ports() const { return open_ports_; }
@@ -50,6 +52,7 @@ class SimulatedLine : public SerialPortOpener, public ClockedSource {
   OpenProblem problem_ = OpenProblem::kNone;
   Status parameters_status_ = S_OK;
   bool present_ = true;
+  bool keeps_answers_ = false;
   int generation_ = 0;
   int open_ports_ = 0;
 };

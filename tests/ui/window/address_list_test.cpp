@@ -109,6 +109,17 @@ TEST(AddressList, KeepsItsWidthsWhenTheFolderIsLeft) {
       << "both books share one value";
 }
 
+// As a second window does.
+TEST(AddressList, LeavesTheWidthsThatAnotherWindowStoredMeanwhile) {
+  WindowSession session;
+  ASSERT_TRUE(session.Start());
+  session.registry.PutBinary(u"AddressCols", Bytes({60, 70, 80}));
+  ClickTab(session.frame(), 2);
+  EXPECT_EQ(session.registry.BinaryAt(u"AddressCols"), Bytes({60, 70, 80}));
+  ClickTab(session.frame(), 0);
+  EXPECT_THAT(session.sim().list().Widths(), ElementsAre(60, 70, 80));
+}
+
 TEST(AddressList, KeepsItsWidthsAtTheEndOfTheProgram) {
   WindowSession session;
   ASSERT_TRUE(session.Start());
