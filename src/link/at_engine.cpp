@@ -52,13 +52,14 @@ Status AtEngine::DetectPhone() {
   if (const Status status = Send(u"ATZE0V1\r"); Failed(status)) return status;
   waiter_.Pause(timing::kAfterDetect);
   const Status status = WaitFinal(response(), timing::kReply);
-  if (!Failed(status)) DropLateLines();
-  return status;
-}
-
-void AtEngine::DropLateLines() {
+  if (Failed(status)) return status;
   if (settled_answers_ != missed_answers_) waiter_.Pause(timing::kLateAnswer);
   settled_answers_ = missed_answers_;
+  DropWaitingLines();
+  return S_OK;
+}
+
+void AtEngine::DropWaitingLines() {
   ResponseLine late;
   while (!Failed(link_.TakeLine(late))) {
   }

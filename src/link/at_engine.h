@@ -37,6 +37,8 @@ class AtEngine {
   /// The link's current response, which the procedures read lines into.
   ResponseLine& response() { return link_.response(); }
   void FlushLines() { link_.FlushLines(); }
+  /// Deletes the lines that wait, late answers to earlier commands, and keeps the current response.
+  void DropWaitingLines();
 
   /// Formats a command, terminator included, and writes it through the GSM alphabet. A command of more than
   /// 511 characters is not sent: E_FAIL.
@@ -55,8 +57,6 @@ class AtEngine {
   Status DetectPhone();
 
  private:
-  void DropLateLines();
-
   PhoneLink& link_;
   Waiter& waiter_;
   int missed_answers_ = 0;

@@ -127,6 +127,7 @@ Status SmsService::ListAll(RowObserver* view) {
     status = SelectMemory(memory);
     if (Failed(status)) return status;
     engine_.waiter().Pause(timing::kBeforeQuery);
+    engine_.DropWaitingLines();
     status = engine_.Send(u"AT+CMGL=4\r");
     if (Failed(status)) return status;
     status = ListMemory(memory, view);
@@ -159,6 +160,8 @@ Status SmsService::Send(const SmsMessage& message) {
   const Status status = SelectMemory(kSimMemory);
   if (Failed(status)) return status;
   engine_.waiter().Pause(timing::kBeforeSend);
+  // An "OK" among them would be taken for that of the network.
+  engine_.DropWaitingLines();
   return Submit(u"AT+CMGS=%i\r", message);
 }
 

@@ -253,6 +253,18 @@ TEST(AtEngine, DetectPhoneFailsWhenThePhoneFallsSilentAfterSomeLines) {
   EXPECT_EQ(session.waiter.now(), 9000ms);
 }
 
+TEST(AtEngine, DropsTheLinesThatWaitAndKeepsTheResponse) {
+  ScriptedSession session;
+  session.link.ReceiveChunk(u"kept\r\nlate\r\nlater\r\nbegun");
+  EXPECT_EQ(session.engine.WaitLine(session.engine.response(), 8000ms), S_OK);
+  session.engine.DropWaitingLines();
+  EXPECT_EQ(session.engine.response().text(), u"kept");
+  EXPECT_FALSE(session.link.line_event().IsSet());
+  session.link.ReceiveChunk(u" line\r\n");
+  EXPECT_EQ(session.engine.WaitLine(session.engine.response(), 8000ms), S_OK);
+  EXPECT_EQ(session.engine.response().text(), u"begun line");
+}
+
 // The answer to an earlier command that comes only now, right before that to the detection.
 TEST(AtEngine, DetectPhoneLeavesNoAnswerForTheNextCommand) {
   ScriptedSession session(R"(

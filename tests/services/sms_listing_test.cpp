@@ -117,6 +117,15 @@ TEST(SmsService, DropsStaleLinesBeforeTheListing) {
   EXPECT_EQ(session.count(), 0);
 }
 
+// A late "OK" that comes with the answer to the selection would end the listing before it begins.
+TEST(SmsService, DropsLateAnswersBeforeTheListing) {
+  ListSession session("\"SM\"", Select("SM", "< OK\n< +CPMS: 1,10,1,10\n< OK\n") +
+                                    List("< +CMGL: 3,0,,23\n< " + std::string(kDeliverPdu) + "\n< OK\n"));
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  ASSERT_EQ(session.count(), 1);
+  EXPECT_EQ(session.At(0).memory_index, 3);
+}
+
 TEST(SmsService, EndsTheListingWhenAMemoryIsRefused) {
   ListSession session("\"SM\",\"ME\"", Select("SM", "< +CMS ERROR: 310\n"));
   EXPECT_EQ(session.service.ListAll(nullptr), E_FAIL);

@@ -86,6 +86,14 @@ TEST(SmsService, DropsStaleLinesBeforeItSends) {
   EXPECT_EQ(session.service.Send(AddMessage(session.service, 27)), S_OK);
 }
 
+// A late "OK" that comes with the answer to the selection would count as that of the network.
+TEST(SmsService, DropsLateAnswersBeforeItSends) {
+  SubmitSession session(Select("SM", "< OK\n< +CPMS: 3,10,3,10\n< OK\n") + "> AT+CMGS=16\\r\n" +
+                        Pdu(kCentreField) + "< +CMS ERROR: 500\n");
+  EXPECT_EQ(session.service.Send(AddMessage(session.service, 27)), E_FAIL);
+  EXPECT_EQ(session.engine.response().text(), u"+CMS ERROR: 500");
+}
+
 struct CentreCase {
   std::u16string_view number;
   const char* field;

@@ -46,6 +46,13 @@ TEST(BadInput, ARangeThatEndsBeforeItBeginsHoldsNothing) {
   }
 }
 
+TEST(BadInput, TheSmallestRangeThatIsReadLacksNothing) {
+  BookWindow window(WithRange("(1-2)"));
+  window.Load();
+  EXPECT_GT(window.sim().list().RowCount(), 0);
+  EXPECT_FALSE(window.sim().MayLackRows());
+}
+
 TEST(BadInput, ExtremeRangesNeitherOverflowNorFreeze) {
   for (const char* range : {"(-2147483648-2147483647)", "(2147483646-2147483647)", "(4294967296-4294967300)",
                             "(1-65535)", "(0-1)"}) {
