@@ -135,19 +135,31 @@ TEST_F(SafetyCopiesTest, TheOrderOfTheFolderIsNoMatter) {
 }
 
 TEST_F(SafetyCopiesTest, ACopyThatCannotBeReadIsNotTheSame) {
+  /// Opens no file whose name ends like this.
   struct NoReading : FakeFileSystem {
-    std::unique_ptr<MappedFile> Map(std::u16string_view, SystemError& error) override {
+    std::unique_ptr<MappedFile> Map(std::u16string_view path, SystemError& error) override {
+      if (!path.ends_with(unreadable)) return FakeFileSystem::Map(path, error);
       error = kErrorAccessDenied;
       return nullptr;
     }
-  } files;
-  SafetyCopies copies(files, u"/copies");
-  const CopySource source{u"Address-SIM.adr", [&files](std::u16string_view path) {
-                            files.files[std::u16string(path)] = "book";
-                            return S_OK;
-                          }};
-  for (int minute = 0; minute < 2; ++minute) EXPECT_EQ(copies.Save({&source, 1}, AtMinute(minute)), S_OK);
-  EXPECT_THAT(files.Names(u"/copies"), SizeIs(2));
+    std::u16string_view unreadable;
+  };
+  // The copy of before; the one that was just written, which has no name yet.
+  for (const std::u16string_view unreadable : {u".adr", u".unfinished"}) {
+    NoReading files;
+    SafetyCopies copies(files, u"/copies");
+    std::u16string written;
+    const CopySource source{u"Address-SIM.adr", [&](std::u16string_view path) {
+                              written = path;
+                              files.files[written] = "book";
+                              return S_OK;
+                            }};
+    EXPECT_EQ(copies.Save({&source, 1}, AtMinute(0)), S_OK);
+    EXPECT_TRUE(written.ends_with(u".unfinished"));
+    files.unreadable = unreadable;
+    EXPECT_EQ(copies.Save({&source, 1}, AtMinute(1)), S_OK);
+    EXPECT_THAT(files.Names(u"/copies"), SizeIs(2));
+  }
 }
 
 TEST_F(SafetyCopiesTest, LeavesOtherFilesOfTheFolderAlone) {
