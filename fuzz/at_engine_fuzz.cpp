@@ -1,7 +1,8 @@
 // Input: octet 0 where the reads of the line end, then what the phone says to each command, parts separated
 // by octets 255. Property: whatever comes and however it is cut, the engine hands out the lines that stand
 // between the carriage returns, in order, none twice and none of its own making; a detection succeeds exactly
-// when a line "OK..." comes before any line "ERROR...", and leaves that line as the phone's last word.
+// when a line "OK..." comes before any line "ERROR...", leaves that line as the phone's last word and no
+// other to be taken for the answer to the next command.
 
 #include <cstdint>
 
@@ -24,6 +25,7 @@ void CheckDetection(std::uint8_t cuts, const std::vector<std::u16string>& answer
     if (!ok && !line.starts_with(u"ERROR")) continue;
     HOLDS(status == (ok ? S_OK : E_FAIL));
     HOLDS(session.engine.response().text() == line);
+    HOLDS(!ok || Failed(session.engine.TakeLine(session.engine.response())));
     return;
   }
   HOLDS(status == E_FAIL);

@@ -34,16 +34,32 @@ Status AtEngine::WaitLine(ResponseLine& response, std::chrono::milliseconds time
       ++missed_answers_;
       return E_FAIL;
     }
-  } while (Failed(link_.TakeLine(response)));
+  } while (Failed(TakeLine(response)));
+  return S_OK;
+}
+
+Status AtEngine::TakeLine(ResponseLine& response) {
+  if (Failed(link_.TakeLine(response))) return E_FAIL;
   response.DropLineFeeds();
   return S_OK;
+}
+
+Status AtEngine::LastAnswer(ResponseLine& response, Status status) {
+  if (settled_answers_ == missed_answers_) return status;
+  settled_answers_ = missed_answers_;
+  waiter_.Pause(timing::kLateAnswer);
+  while (!Failed(TakeLine(response))) {
+    if (IsOk(response)) status = S_OK;
+    if (IsRefused(response)) status = E_FAIL;
+  }
+  return status;
 }
 
 Status AtEngine::WaitFinal(ResponseLine& response, std::chrono::milliseconds timeout) {
   while (true) {
     if (const Status status = WaitLine(response, timeout); Failed(status)) return status;
-    if (IsOk(response)) return S_OK;
-    if (IsError(response)) return E_FAIL;
+    if (IsOk(response)) return LastAnswer(response, S_OK);
+    if (IsError(response)) return LastAnswer(response, E_FAIL);
   }
 }
 
@@ -52,11 +68,8 @@ Status AtEngine::DetectPhone() {
   if (const Status status = Send(u"ATZE0V1\r"); Failed(status)) return status;
   waiter_.Pause(timing::kAfterDetect);
   const Status status = WaitFinal(response(), timing::kReply);
-  if (Failed(status)) return status;
-  if (settled_answers_ != missed_answers_) waiter_.Pause(timing::kLateAnswer);
-  settled_answers_ = missed_answers_;
-  DropWaitingLines();
-  return S_OK;
+  if (!Failed(status)) DropWaitingLines();
+  return status;
 }
 
 void AtEngine::DropWaitingLines() {

@@ -39,6 +39,8 @@ class AtEngine {
   void FlushLines() { link_.FlushLines(); }
   /// Deletes the lines that wait, late answers to earlier commands, and keeps the current response.
   void DropWaitingLines();
+  /// The next line that waits already; E_FAIL when there is none.
+  Status TakeLine(ResponseLine& response);
 
   /// Formats a command, terminator included, and writes it through the GSM alphabet. A command of more than
   /// 511 characters is not sent: E_FAIL.
@@ -49,18 +51,20 @@ class AtEngine {
   /// How often WaitLine has failed since the program began. Where it grows during a procedure an answer is
   /// lost, or will be taken for that of a later command.
   int missed_answers() const { return missed_answers_; }
-  /// Lines until a final result: S_OK on "OK", E_FAIL on "ERROR" or a time-out.
+  /// What a final result means that was just taken. Where an answer was missed before, that answer may have
+  /// come late and be the one taken: the phone gets a second to say more, and its last final result counts.
+  Status LastAnswer(ResponseLine& response, Status status);
+  /// Lines until a final result: S_OK on "OK", E_FAIL on "ERROR" or a time-out; of several, see LastAnswer.
   Status WaitFinal(ResponseLine& response, std::chrono::milliseconds timeout);
   /// Resets the phone to its profile, echo off, verbose results, and waits for its "OK". Lines that came with
-  /// it are dropped: a late answer to an earlier command would be taken for that to the next one. Where an
-  /// answer was missed since the last "OK" here, they get a second to come.
+  /// it are dropped: a late answer to an earlier command would be taken for that to the next one.
   Status DetectPhone();
 
  private:
   PhoneLink& link_;
   Waiter& waiter_;
   int missed_answers_ = 0;
-  int settled_answers_ = 0;  // of them, those whose late lines were dropped or given up
+  int settled_answers_ = 0;  // of them, those that have come late or are given up
 };
 
 }  // namespace celldesk

@@ -22,6 +22,7 @@ bool StartsWith(ResponseLine& response, std::u16string_view literal) {
 
 bool IsOk(ResponseLine& response) { return StartsWith(response, u"OK"); }
 bool IsError(ResponseLine& response) { return StartsWith(response, u"ERROR"); }
+bool IsRefused(ResponseLine& response) { return IsError(response) || StartsWith(response, u"+CMS ERROR:"); }
 
 std::u16string_view Field(const ResponseLine& response, std::size_t n) {
   constexpr auto npos = std::u16string_view::npos;

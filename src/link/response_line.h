@@ -43,6 +43,8 @@ bool StartsWith(ResponseLine& response, std::u16string_view literal);
 /// Prefix tests for the final results "OK" and "ERROR".
 bool IsOk(ResponseLine& response);
 bool IsError(ResponseLine& response);
+/// "ERROR" or "+CMS ERROR:".
+bool IsRefused(ResponseLine& response);
 
 /// The n-th field (from 0) after the cursor, without its quotes; empty beyond the last one. Borrowed from the
 /// line's text. Blanks are skipped before field 0 only.

@@ -49,8 +49,10 @@ Status WaitSelection(AtEngine& engine) {
   ResponseLine& line = engine.response();
   for (;;) {
     const Status status = engine.WaitLine(line, timing::kReply);
-    if (Failed(status) || IsOk(line)) return status;
-    if (IsError(line)) return E_NOTIMPL;
+    if (Failed(status)) return status;
+    if (IsOk(line) || IsError(line)) {
+      return Failed(engine.LastAnswer(line, IsOk(line) ? S_OK : E_FAIL)) ? E_NOTIMPL : S_OK;
+    }
   }
 }
 

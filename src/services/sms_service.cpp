@@ -16,9 +16,6 @@ constexpr std::size_t kMostCentreDigits = 16;
 
 std::u16string_view UpToNul(std::u16string_view text) { return text.substr(0, text.find(u'\0')); }
 
-/// "ERROR" or "+CMS ERROR:".
-bool IsRefused(ResponseLine& line) { return IsError(line) || StartsWith(line, u"+CMS ERROR:"); }
-
 }  // namespace
 
 Status SmsService::SetCentre(std::u16string_view number) {
@@ -106,8 +103,9 @@ Status SmsService::SelectMemory(int memory) {
   ResponseLine& line = engine_.response();
   for (;;) {
     const Status waited = engine_.WaitLine(line, timing::kReply);
-    if (Failed(waited) || IsOk(line)) return waited;
-    if (IsRefused(line)) return E_FAIL;
+    if (Failed(waited)) return waited;
+    if (IsOk(line)) return engine_.LastAnswer(line, S_OK);
+    if (IsRefused(line)) return engine_.LastAnswer(line, E_FAIL);
     if (StartsWith(line, u"+CPMS:")) TakeUsage(memory, line);
   }
 }
@@ -160,7 +158,6 @@ Status SmsService::Send(const SmsMessage& message) {
   const Status status = SelectMemory(kSimMemory);
   if (Failed(status)) return status;
   engine_.waiter().Pause(timing::kBeforeSend);
-  // An "OK" among them would be taken for that of the network.
   engine_.DropWaitingLines();
   return Submit(u"AT+CMGS=%i\r", message);
 }
@@ -181,8 +178,19 @@ Status SmsService::Submit(std::u16string_view command, const SmsMessage& message
   Status status = engine_.Send(command, {static_cast<int>(message.pdu_text.size() / 2)});
   if (Failed(status)) return status;
   engine_.waiter().Pause(timing::kBeforePdu);
+  const bool is_refused = WasRefused();
   status = SendPdu(message);
-  return Failed(status) ? status : WaitSubmitted();
+  if (Failed(status)) return status;
+  return is_refused ? E_FAIL : WaitSubmitted();
+}
+
+// An "OK" that comes before the message is not the answer to it.
+bool SmsService::WasRefused() {
+  ResponseLine& line = engine_.response();
+  while (!Failed(engine_.TakeLine(line))) {
+    if (IsRefused(line)) return true;
+  }
+  return false;
 }
 
 Status SmsService::SendPdu(const SmsMessage& message) {

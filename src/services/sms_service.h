@@ -93,6 +93,7 @@ class SmsService : public Object {
   bool MayHaveRoom(int memory) const;
   Status ListMemory(int memory, RowObserver* view);
   Status Submit(std::u16string_view command, const SmsMessage& message);
+  bool WasRefused();
   Status SendPdu(const SmsMessage& message);
   Status WaitSubmitted();
   Status UploadRecord(int position);

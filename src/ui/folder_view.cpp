@@ -62,20 +62,24 @@ void FolderView::OnInitMenuPopup(MenuState& menu, int /*index*/) {
 }
 
 void FolderView::OnShowPage() {
-  const SettingsStore store(services_.registry);
-  list().SetWidths(
-      store.LoadColumnWidths(traits_.widths_value, static_cast<std::size_t>(list().ColumnCount())));
+  list().SetWidths(StoredWidths());
   shown_widths_ = list().Widths();
   list().SetEmptyText(EmptyText());
   list().SetFocus();
 }
 
-// Widths that nobody changed stay as they are stored: another window may have stored its own meanwhile.
+// Widths that nobody changed go over none that are stored: another window may have stored them meanwhile.
 bool FolderView::OnLeavePage() {
   const std::vector<std::uint16_t> widths = list().Widths();
-  if (widths != shown_widths_)
+  if (widths != shown_widths_ || StoredWidths().empty()) {
     SettingsStore(services_.registry).SaveColumnWidths(traits_.widths_value, widths);
+  }
   return true;
+}
+
+std::vector<std::uint16_t> FolderView::StoredWidths() {
+  const SettingsStore store(services_.registry);
+  return store.LoadColumnWidths(traits_.widths_value, static_cast<std::size_t>(list().ColumnCount()));
 }
 
 bool FolderView::OnIdle(int /*count*/) {

@@ -68,6 +68,9 @@ class FolderView : public Dialog {
   virtual std::u16string EmptyText() const;
 
  private:
+  /// Empty when none are stored, or those of another number of columns.
+  std::vector<std::uint16_t> StoredWidths();
+
   FrameServices& frame_;
   ProgramServices services_;
   FolderTraits traits_;

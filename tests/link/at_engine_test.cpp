@@ -296,6 +296,32 @@ TEST(AtEngine, DetectPhoneGivesAMissedAnswerASecondToCome) {
   EXPECT_THAT(session.waiter.pauses(), ElementsAre(200ms, 1000ms, 200ms)) << "once for all that was missed";
 }
 
+// Which of two answers is the late one shows only when the second has come.
+TEST(AtEngine, TheLastAnswerCountsWhereOneWasMissed) {
+  struct Case {
+    const char* late;
+    const char* own;
+    Status status;
+  };
+  for (const Case& one : {Case{"ERROR", "OK", S_OK}, Case{"OK", "ERROR", E_FAIL},
+                          Case{"OK", "+CMS ERROR: 302", E_FAIL}, Case{"ERROR", "+CREG: 1", E_FAIL}}) {
+    ScriptedSession session(std::string("> ATZE0V1\\r\n> ATZE0V1\\r\n< ") + one.late + "\n= 900\n< " +
+                            one.own);
+    EXPECT_EQ(session.engine.DetectPhone(), E_FAIL) << "silence";
+    EXPECT_EQ(session.engine.DetectPhone(), one.status) << one.late << ", " << one.own;
+    EXPECT_EQ(session.engine.response().text(), FromUtf8(one.own));
+    EXPECT_FALSE(session.link.line_event().IsSet());
+  }
+}
+
+TEST(AtEngine, TheFirstAnswerCountsWhereNoneWasMissed) {
+  ScriptedSession session("> AT\\r\n< ERROR\n< OK\n");
+  EXPECT_EQ(session.engine.Send(u"AT\r"), S_OK);
+  EXPECT_EQ(session.engine.WaitFinal(session.engine.response(), 8000ms), E_FAIL);
+  EXPECT_EQ(session.engine.response().text(), u"ERROR");
+  EXPECT_EQ(session.waiter.now(), 0ms);
+}
+
 TEST(AtEngine, DetectPhoneThatFailsStillExpectsTheMissedAnswer) {
   ScriptedSession session(R"(
     > ATZE0V1\r

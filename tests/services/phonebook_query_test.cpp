@@ -145,7 +145,7 @@ TEST(QueryPhonebook, GoesOnAfterASilentListWhenSelectionErrorsAreIgnored) {
   AddressBook book(u"SM", true);
   EXPECT_EQ(QueryPhonebook(session.engine, book), S_OK);
   EXPECT_EQ(book.memory().last, 100);
-  EXPECT_EQ(session.waiter.now(), 8500ms);
+  EXPECT_EQ(session.waiter.now(), 9500ms);
 }
 
 TEST(QueryPhonebook, EndsWhenThePhoneRejectsTheMemory) {

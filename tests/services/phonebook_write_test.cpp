@@ -40,6 +40,31 @@ TEST(WritePhonebook, WritesAnEntryToTheIndexOfItsIdAndErasesByPosition) {
   EXPECT_TRUE(session.waiter.pauses().empty());
 }
 
+// An answer was missed, and comes with that to the selection, whose own takes half a second more.
+TEST(WritePhonebook, TakesNoLateAnswerForThatToAnEntry) {
+  ScriptedSession session(R"(
+    > AT+CPBS="SM"\r\n
+    < OK
+    = 500
+    < OK
+    > AT+CPBW=1\r
+    < ERROR
+  )");
+  EXPECT_EQ(session.engine.WaitLine(session.engine.response(), 1ms), E_FAIL);
+  AddressBook book = QueriedBook(1, 2);
+  ASSERT_EQ(book.Resize(2), S_OK);
+  book.Erase(0);
+  EXPECT_EQ(WritePhonebook(session.engine, book, nullptr, std::nullopt), E_FAIL);
+  EXPECT_TRUE(book.At(0).is_modified());
+}
+
+TEST(WritePhonebook, IsRefusedWhereTheLastAnswerToTheSelectionIs) {
+  ScriptedSession session("> AT+CPBS=\"ME\"\\r\\n\n< OK\n= 500\n< ERROR\n");
+  EXPECT_EQ(session.engine.WaitLine(session.engine.response(), 1ms), E_FAIL);
+  AddressBook book = QueriedBook(1, 2, u"ME");
+  EXPECT_EQ(WritePhonebook(session.engine, book, nullptr, std::nullopt), E_NOTIMPL);
+}
+
 TEST(WritePhonebook, WritesTheSameHoweverTheAnswersAreCut) {
   for (std::size_t size = 1; size <= 8; ++size) {
     ScriptedSession session(kSelect + "> AT+CPBW=1\\r\n< +NOISE: 1\n< OK\n> AT+CPBW=2\\r\n< OK\n");

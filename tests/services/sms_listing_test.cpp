@@ -146,7 +146,7 @@ TEST(SmsService, GoesOnWithTheNextMemoryAfterSilence) {
   ListSession session("\"SM\",\"ME\"", Select("SM") + List("") + Select("ME") + List("< OK\n"));
   const auto start = session.waiter.now();
   EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
-  EXPECT_EQ(session.waiter.now() - start, 9000ms);
+  EXPECT_EQ(session.waiter.now() - start, 10000ms);
 }
 
 TEST(SmsService, FailsWhenTheLastMemoryIsSilent) {

@@ -26,6 +26,52 @@ TEST(SmsService, DeletesAMessageFromItsMemory) {
   EXPECT_TRUE(session.waiter.pauses().empty());
 }
 
+/// An answer is missed; it comes with that to the next selection, whose own takes half a second more.
+void MissAnAnswer(SmsSession& session) {
+  ResponseLine line;
+  EXPECT_EQ(session.engine.WaitLine(line, 1ms), E_FAIL);
+}
+std::string SelectLate(const std::string& memory, const std::string& own) {
+  return Select(memory, "< OK\n= 500\n< " + own + "\n");
+}
+
+TEST(SmsService, DeletesNothingWhenTheMemoryIsRefusedBehindALateAnswer) {
+  SmsSession session(SelectLate("ME", "+CMS ERROR: 302"));
+  MissAnAnswer(session);
+  EXPECT_EQ(session.service.Delete(AddMessage(session.service, kMessageInUse, 1)), E_FAIL);
+  EXPECT_EQ(session.phone.writes().size(), 1U);
+}
+
+TEST(SmsService, KeepsTheStoreFlagWhenStoringFailsBehindALateAnswer) {
+  SubmitSession session(SelectLate("ME", "OK") + "> AT+CMGW=16\\r\n" + Pdu(kCentreField) +
+                        "< +CMS ERROR: 322\n");
+  MissAnAnswer(session);
+  SmsMessage& message = AddMessage(session.service, 147, 1);
+  EXPECT_EQ(session.service.Store(message), E_FAIL);
+  EXPECT_EQ(message.flags, 147U);
+}
+
+TEST(SmsService, FailsWhenThePhoneRefusesTheMessageBehindALateAnswer) {
+  SubmitSession session(SelectLate("SM", "OK") + "> AT+CMGS=16\\r\n" + Pdu(kCentreField) +
+                        "< +CMS ERROR: 500\n");
+  MissAnAnswer(session);
+  EXPECT_EQ(session.service.Send(AddMessage(session.service, 27)), E_FAIL);
+}
+
+// Nothing that is said before the message answers it, but a refusal of the command.
+TEST(SmsService, TakesNoOkBeforeTheMessageForItsAnswer) {
+  SubmitSession session(Select("ME") + "> AT+CMGW=16\\r\n< OK\n<< > \n" + Pdu(kCentreField) +
+                        "< +CMS ERROR: 322\n");
+  EXPECT_EQ(session.service.Store(AddMessage(session.service, 147, 1)), E_FAIL);
+  EXPECT_EQ(session.engine.response().text(), u"+CMS ERROR: 322");
+}
+
+TEST(SmsService, KeepsTheRefusalThatCameBeforeTheMessage) {
+  SubmitSession session(Select("ME") + "> AT+CMGW=16\\r\n< +CMS ERROR: 302\n" + Pdu(kCentreField) + "< OK\n");
+  EXPECT_EQ(session.service.Store(AddMessage(session.service, 147, 1)), E_FAIL);
+  EXPECT_EQ(session.engine.response().text(), u"+CMS ERROR: 302");
+}
+
 TEST(SmsService, NeverLooksAtTheAnswerToADelete) {
   for (const std::string answer : {"< ERROR\n", "< +CMS ERROR: 321\n", ""}) {
     SmsSession session(Select("SM") + "> AT+CMGD=0\\r\n" + answer);

@@ -25,6 +25,10 @@ class LateConnection : public testing::TestWithParam<const char*> {};
 // A phone does not see that the port is closed: what it held back comes with the next session.
 TEST_P(LateConnection, IsForgottenByTheNextOne) {
   SmsWindow window;
+  window.LoadNames();
+  const std::vector<std::string> entries = WindowSession::Rows(window.sim());
+  ASSERT_FALSE(entries.empty());
+  window.ShowFolder(kInboxTab);
   window.line.KeepAnswersOverClose();
   ASSERT_TRUE(window.phone().AddFault(std::string(GetParam()) + ":late"));
   Reconnect(window);
@@ -36,6 +40,10 @@ TEST_P(LateConnection, IsForgottenByTheNextOne) {
   EXPECT_FALSE(window.inbox().MayLackRows());
   window.ShowFolder(kOutboxTab);
   EXPECT_THAT(window.OutboxTexts(), SizeIs(2));
+  window.ShowFolder(kSimTab);
+  window.Load();
+  EXPECT_EQ(WindowSession::Rows(window.sim()), entries);
+  EXPECT_FALSE(window.sim().MayLackRows());
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryCommand, LateConnection,

@@ -176,7 +176,8 @@ std::string Place::LineBefore() const {
     case Step::kPdu:  // the empty line before the prompt
       return "";
     case Step::kSubmit:
-      return in_sending() ? "OK" : "";
+      // Of the prompt that broke off an empty line has come.
+      return in_sending() && fault.text != "hang-up:3" ? "OK" : "";
     case Step::kSelectToList:
       return at > 0 && run.steps[at - 1] == Step::kList ? "OK" : "";
     default:

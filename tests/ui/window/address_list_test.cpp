@@ -120,6 +120,16 @@ TEST(AddressList, LeavesTheWidthsThatAnotherWindowStoredMeanwhile) {
   EXPECT_THAT(session.sim().list().Widths(), ElementsAre(60, 70, 80));
 }
 
+TEST(AddressList, StoresItsWidthsWhereNoneOfItsColumnsAreStored) {
+  for (const bool other_number : {false, true}) {
+    WindowSession session;
+    if (other_number) session.registry.PutBinary(u"AddressCols", Bytes({60, 70}));
+    ASSERT_TRUE(session.Start());
+    ClickTab(session.frame(), 2);
+    EXPECT_EQ(session.registry.BinaryAt(u"AddressCols"), Bytes({40, 170, 170}));
+  }
+}
+
 TEST(AddressList, KeepsItsWidthsAtTheEndOfTheProgram) {
   WindowSession session;
   ASSERT_TRUE(session.Start());

@@ -32,7 +32,8 @@ TEST(BadInput, AMemoryThatClaimsMillionsOfSlotsIsNotLoaded) {
 }
 
 TEST(BadInput, ARangeThatEndsBeforeItBeginsHoldsNothing) {
-  for (const char* range : {"(5-1)", "()", "(-)", "(abc-def)", "nonsense", "1-250", "(2147483647--5)"}) {
+  for (const char* range :
+       {"(5-1)", "(1-1)", "()", "(-)", "(abc-def)", "nonsense", "1-250", "(2147483647--5)"}) {
     SCOPED_TRACE(range);
     BookWindow window(WithRange(range));
     EXPECT_TRUE(window.frame().IsConnected());

@@ -58,11 +58,11 @@ void ExpectWindowAtRest(Walk& walk, const Procedure& procedure) {
 /// Rows that a failed or disturbed reading leaves, of those that the phone has.
 std::vector<std::string> ExpectedRows(const Place& place, const FaultCase& fault,
                                       const std::vector<std::string>& all) {
-  const bool selects = place.step() == Step::kSelect || place.step() == Step::kTransferSelect;
   const bool reads = place.step() == Step::kRead || place.step() == Step::kLastRead;
-  // A selection that did not count and is answered after all: from there on every reply is taken for that of
-  // the command after it, and that of the last block is not looked at any more.
-  if (selects && fault.effect == Effect::kTooLate) return {all.begin(), all.end() - 1};
+  // A selection before the transfer that did not count and is answered after all: every block is ended by the
+  // answer to the command before it, and that of the last one is not looked at any more.
+  if (place.step() == Step::kTransferSelect && fault.effect == Effect::kTooLate)
+    return {all.begin(), all.end() - 1};
   if (!reads || fault.text == "delay:9000") return all;
   if (fault.effect == Effect::kHarmless && fault.text != "wrong-index") return all;
   // The locations of the block that got lost; everything behind it too when the line is gone.

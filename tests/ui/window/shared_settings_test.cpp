@@ -71,6 +71,8 @@ TEST(SharedSettings, TwoWindowsAtOnceKeepEachOthersValues) {
     Settings stored;
     stored.centre = u"+447700900000";
     SettingsStore(settings).Save(stored);
+    // It is the first start of neither.
+    SettingsStore(settings).SaveColumnWidths(kBook.value, {40, 170, 170});
   }
   ChildProcess other([&] { return UseTheWindow(path, kInbox); });
   EXPECT_EQ(UseTheWindow(path, kBook), 0);
