@@ -176,6 +176,42 @@ TEST(MessageFaultWalk, StoringAndSending) {
   WalkAllFaults({"Store and send", false, kLeftToStore | kMessageToSend});
 }
 
+/// The next command comes at once, while the answer that was missed may still be under way.
+void LoadAtOnce(const Place& place) {
+  SCOPED_TRACE(place.procedure.name + ", " + place.fault.text + " at " + place.run.lines[place.at]);
+  Walk walk(place.procedure);
+  const std::size_t line = walk.lines_before() + place.at + 1;
+  ASSERT_TRUE(walk.phone().AddFault(std::to_string(line) + ":" + place.fault.text));
+  walk.RunProcedure(kAnswerNo);
+  walk.phone().ClearFaults();
+  MessageBoxScript yes;
+  for (int i = 0; i < 2; ++i) yes.Answer(kAnswerYes);
+  walk.Command(command::kLoadData);
+  const bool told = walk.inbox().MayLackRows() ||
+                    (!yes.asked().empty() && yes.asked().back().caption == u"Communication error");
+  EXPECT_TRUE(told || walk.Texts().size() == walk.Stored().size());
+  EXPECT_LE(walk.TimesSent(), 1);
+  ExpectRecovery(walk, place.effect());
+}
+
+TEST(MessageFaultWalk, TheNextLoadAtOnceHidesNothing) {
+  int cases = 0;
+  for (const Procedure& procedure :
+       {Procedure{"List"}, Procedure{"Delete", true}, Procedure{"Store", false, kLeftToStore},
+        Procedure{"Send", false, kLeftToSend}}) {
+    const GoodRun run = RecordGoodRun(procedure);
+    for (std::size_t at = 0; at < run.lines.size(); ++at) {
+      for (const FaultCase& fault : FaultCases()) {
+        if (fault.effect != Effect::kNoReply && fault.effect != Effect::kTooLate) continue;
+        LoadAtOnce({procedure, run, at, fault});
+        ++cases;
+      }
+    }
+  }
+  RecordProperty("cases", cases);
+  std::cout << "load at once: " << cases << " faults\n";
+}
+
 /// Of a message that was to be stored, sent or deleted: it was, or it still waits.
 void ExpectDoneOrWaiting(Walk& walk, const Procedure& procedure) {
   std::vector<std::string> expected = walk.stored_before();

@@ -226,9 +226,8 @@ TEST(FaultWalk, UploadingSelectedEntriesOfThePhonesBook) {
 }
 
 /// Every entry is as it was, or as the upload was to make it, and what the book holds for done the phone has.
-void ExpectNothingButTheUpload(Walk& walk, const Procedure& procedure) {
+void ExpectNothingButTheUpload(Walk& walk, const Procedure& procedure, simulator::PhoneMemory expected) {
   const std::string memory = procedure.folder == 0 ? "SM" : "ME";
-  simulator::PhoneMemory expected = walk.memory_before();
   auto& entries = expected.FindPhonebook(memory)->entries;
   const auto& present = walk.phone().memory().FindPhonebook(memory)->entries;
   for (const int position : {0, 1, 19, 39}) {
@@ -244,6 +243,46 @@ void ExpectNothingButTheUpload(Walk& walk, const Procedure& procedure) {
     }
   }
   EXPECT_EQ(walk.phone().memory(), expected);
+}
+
+/// The same command once more, at once, while the answer that was missed may still be under way.
+void RunTwice(const Place& place, const FaultCase& fault) {
+  SCOPED_TRACE(place.procedure.name + ", " + fault.text + " at " + place.run.lines[place.at]);
+  Walk walk(place.procedure);
+  const std::size_t line = walk.phone().received_lines().size() + place.at + 1;
+  ASSERT_TRUE(walk.phone().AddFault(std::to_string(line) + ":" + fault.text));
+  const simulator::PhoneMemory before = walk.phone().memory();
+  walk.RunProcedure();
+  walk.phone().ClearFaults();
+  walk.TakeAsked();
+  walk.Command(place.procedure.command);
+  if (place.procedure.uploads()) {
+    ExpectNothingButTheUpload(walk, place.procedure, before);
+  } else {
+    EXPECT_EQ(walk.phone().memory(), before);
+    const bool told = walk.view().MayLackRows() || !walk.TakeAsked().empty();
+    EXPECT_TRUE(told || WindowSession::Rows(walk.view()) == walk.PhoneRows());
+  }
+  ExpectRecovery(walk, fault);
+}
+
+TEST(FaultWalk, TheSameCommandAtOnceHidesNothingAndHoldsNothingForDone) {
+  int cases = 0;
+  for (const Procedure& procedure : {Procedure{"Load SIM", false, true, 0, command::kLoadData},
+                                     Procedure{"Load ME", false, true, 1, command::kLoadData},
+                                     Procedure{"Upload all SIM", false, false, 0, command::kUpload},
+                                     Procedure{"Upload all ME", false, false, 1, command::kUpload}}) {
+    const GoodRun run = RecordGoodRun(procedure);
+    for (std::size_t at = 0; at < run.lines.size(); ++at) {
+      for (const FaultCase& fault : FaultCases()) {
+        if (fault.effect != Effect::kNoReply && fault.effect != Effect::kTooLate) continue;
+        RunTwice({procedure, run, at}, fault);
+        ++cases;
+      }
+    }
+  }
+  RecordProperty("cases", cases);
+  std::cout << "at once: " << cases << " faults\n";
 }
 
 void WalkOneNoise(const Place& place) {
@@ -264,7 +303,7 @@ void WalkOneNoise(const Place& place) {
   EXPECT_EQ(walk.frame().IsConnected(), !procedure.connects || texts.empty());
   ExpectWindowAtRest(walk, procedure);
   if (procedure.uploads()) {
-    ExpectNothingButTheUpload(walk, procedure);
+    ExpectNothingButTheUpload(walk, procedure, walk.memory_before());
   } else {
     EXPECT_EQ(walk.phone().memory(), walk.memory_before());
   }
