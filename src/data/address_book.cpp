@@ -38,11 +38,14 @@ void AddressBook::Reserve(int count) {
 Status AddressBook::Resize(int count) {
   count = std::max(count, 0);
   if (count > kLimit) return E_OUTOFMEMORY;
+  const bool shrinks = count < this->count();
   try {
     const std::size_t steps = RoomFor(count);
     const std::size_t present = entries_.capacity();
     if (steps > present) entries_.reserve(std::max(steps, present + present / 2));
     entries_.resize(static_cast<std::size_t>(count));
+    // One garbled index makes a book as large as it can be.
+    if (shrinks && present > 2 * steps) entries_.shrink_to_fit();
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   }
