@@ -63,6 +63,15 @@ TEST_F(PhoneLinkReaderTest, ALineSplitBetweenTwoReadsIsAnnouncedOnce) {
   EXPECT_EQ(link.completed_chunks(), 1U);
 }
 
+TEST_F(PhoneLinkReaderTest, ReadsOfOneByteLoseNone) {
+  ASSERT_EQ(link.Open(), S_OK);
+  for (const char byte : std::string("OK\r")) {
+    ports.line->Arrive(std::string(1, byte));
+    ASSERT_TRUE(ports.line->WaitUntilBlocked());
+  }
+  EXPECT_EQ(NextLine(), u"OK");
+}
+
 TEST_F(PhoneLinkReaderTest, ALongListingIsReadInFullBuffers) {
   ASSERT_EQ(link.Open(), S_OK);
   const std::string body(255, 'x');
