@@ -273,31 +273,25 @@ TEST(AddressBook, RoomThatCannotBeMadeBeforehandIsNoFailureYet) {
   EXPECT_EQ(book.Resize(1000), S_OK);
 }
 
+Status ReachWithoutMemory(AddressBook& book, int position) {
+  AllocationGate gate;
+  gate.Refuse();
+  return book.Reach(position);
+}
+
 TEST(AddressBook, GivesItsRoomBackWhenItBecomesMuchSmaller) {
   AddressBook book = LoadedBook(2);
   ASSERT_EQ(book.Resize(60000), S_OK);
   ASSERT_EQ(book.Resize(2), S_OK);
   EXPECT_EQ(Names(book), Names(LoadedBook(2)));
-  Status reached = E_FAIL;
-  {
-    AllocationGate gate;
-    gate.Refuse();
-    reached = book.Reach(30000);
-  }
-  EXPECT_EQ(reached, E_OUTOFMEMORY);
+  EXPECT_EQ(ReachWithoutMemory(book, 30000), E_OUTOFMEMORY);
 }
 
 TEST(AddressBook, KeepsTheRoomThatWasMadeForItWhileItGrows) {
   AddressBook book = LoadedBook(2);
   book.Reserve(60000);
   ASSERT_EQ(book.Resize(3), S_OK);
-  Status reached = E_FAIL;
-  {
-    AllocationGate gate;
-    gate.Refuse();
-    reached = book.Reach(30000);
-  }
-  EXPECT_EQ(reached, S_OK);
+  EXPECT_EQ(ReachWithoutMemory(book, 30000), S_OK);
 }
 
 TEST(AddressBook, RoomIsMadeForNoMoreThanTheLimit) {

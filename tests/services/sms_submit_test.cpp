@@ -140,6 +140,12 @@ TEST(SmsService, DropsLateAnswersBeforeItSends) {
   EXPECT_EQ(session.engine.response().text(), u"+CMS ERROR: 500");
 }
 
+// Taken for a refusal of the command it would have the user try again what was sent.
+TEST(SmsService, TakesNoLateErrorForTheRefusalOfASending) {
+  SubmitSession session(Select("SM", "< OK\n< ERROR\n") + "> AT+CMGS=16\\r\n" + Pdu(kCentreField) + "< OK\n");
+  EXPECT_EQ(session.service.Send(AddMessage(session.service, 27)), S_OK);
+}
+
 struct CentreCase {
   std::u16string_view number;
   const char* field;
