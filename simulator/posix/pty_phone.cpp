@@ -24,6 +24,7 @@ bool PtyPhone::Open() {
 }
 
 bool PtyPhone::Start() {
+  stopping_ = false;
   if (!Open()) return false;
   thread_ = std::thread([this] { Serve(); });
   return true;
@@ -39,6 +40,7 @@ void PtyPhone::Stop() {
   RequestStop();
   if (thread_.joinable()) thread_.join();
   const std::lock_guard lock(mutex_);
+  ForgetClient();
   entry_.Remove();
   line_.Close();
 }

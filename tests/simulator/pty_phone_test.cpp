@@ -253,6 +253,35 @@ TEST(PtyPhone, StopsWithoutAClient) {
   phone.Stop();
 }
 
+TEST(PtyPhone, AHungUpPhoneCanBeStartedAgain) {
+  SimulatedPhone faulty;
+  ASSERT_TRUE(faulty.AddFault("AT+CSQ:hang-up"));
+  PtyPhone phone(std::move(faulty));
+  ASSERT_TRUE(phone.Start());
+  PtyClient client(phone.device());
+  ASSERT_TRUE(client.Ask("ATE0;+CPBW=1,\"12\"").ends_with(kOk));
+  ASSERT_TRUE(client.Write("AT+CSQ\r"));
+  EXPECT_TRUE(client.WaitForHangUp());
+  phone.Stop();
+  ASSERT_TRUE(phone.Start());
+  PtyClient again(phone.device());
+  EXPECT_EQ(again.Ask("AT+CPBR=1"), "\r\n+CPBR: 1,\"12\",129,\"\"\r\n" + kOk);
+}
+
+TEST(PtyPhone, AStopLeavesNothingOfTheLineBehind) {
+  PtyPhone phone(SimulatedPhone{});
+  ASSERT_TRUE(phone.Start());
+  PtyClient client(phone.device());
+  ASSERT_EQ(client.Ask("ATE0"), "ATE0\r" + kOk);
+  ASSERT_TRUE(client.Write("AT+CPBW=1,"));
+  const auto all_read = [](SimulatedPhone& served) { return served.received_bytes().ends_with("=1,"); };
+  ASSERT_TRUE(phone.WaitFor(all_read));
+  phone.Stop();
+  ASSERT_TRUE(phone.Start());
+  PtyClient again(phone.device());
+  EXPECT_EQ(again.Ask("\rAT"), kOk);
+}
+
 TEST(PtyPhone, APhoneThatCannotBeListedDoesNotStart) {
   const TemporaryFolder folder;
   setenv("XDG_RUNTIME_DIR", folder.File("missing/folder").c_str(), 1);

@@ -22,7 +22,7 @@ class LiveWindow {
   explicit LiveWindow(simulator::PhoneMemory memory, int latency_ms = 0)
       : phone(MakePhone(std::move(memory), latency_ms)), opener_(ports_) {
     EXPECT_TRUE(phone.Start());
-    ports_.ports = {{u"COM1:", u"Phone", FromUtf8(phone.device()), u"phone"}};
+    FollowPhone();
     Settings settings;
     settings.centre = u"+447700900000";
     SettingsStore(registry_).Save(settings);
@@ -47,6 +47,15 @@ class LiveWindow {
     frame().Dispatch(Message::kCommand, static_cast<WordParameter>(command), 0);
     application_->PumpMessages();
     application_->IdleLoop();
+  }
+
+  /// After a hang-up: the phone is plugged in again if it is not, and the port leads to where it is now.
+  void FollowPhone() {
+    if (phone.device().empty()) {
+      phone.Stop();
+      EXPECT_TRUE(phone.Start());
+    }
+    ports_.ports = {{u"COM1:", u"Phone", FromUtf8(phone.device()), u"phone"}};
   }
 
   /// As soon as `condition` holds while a command runs, `act` is done from the message loop, once.
