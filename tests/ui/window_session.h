@@ -21,6 +21,9 @@
 
 namespace celldesk {
 
+/// Folders by the place of their tabs.
+inline constexpr int kSimTab = 0, kPhoneTab = 1, kInboxTab = 2, kOutboxTab = 3;
+
 /// A shell that remembers what it was asked to open.
 class FakeShell : public Shell {
  public:

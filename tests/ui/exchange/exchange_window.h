@@ -22,8 +22,6 @@ namespace export_choice {
 inline constexpr int kFile = 0, kContacts = 1, kBook = 2;
 }
 
-inline constexpr int kSimTab = 0, kPhoneTab = 1, kInboxTab = 2, kOutboxTab = 3;
-
 /// An error of the file system: the file, then a sentence.
 MATCHER_P2(IsFileError, path, sentence, "") {
   return Utf8(arg.text) == std::string(path) + "\r" + sentence && arg.icon == BoxIcon::kInformation &&

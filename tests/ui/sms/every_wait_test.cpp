@@ -13,7 +13,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr milliseconds kTick{50};
-constexpr int kPhoneTab = 1;
 
 constexpr int kEveryCommand[] = {command::kNew,
                                  command::kOpen,

@@ -1,6 +1,8 @@
 #include "ui/sms/message_fault_walk.h"
 
+#include <algorithm>
 #include <iostream>
+#include <iterator>
 
 #include "ui/framework/application.h"
 
@@ -11,6 +13,16 @@ using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
+
+const Procedure kList{"List"};
+const Procedure kDelete{"Delete", true};
+const Procedure kDeleteInPhone{"Delete in ME", true, 0, 1};
+const Procedure kStore{"Store", false, kLeftToStore};
+const Procedure kStoreInPhone{"Store in ME", false, kLeftToStore, 1};
+const Procedure kSend{"Send", false, kLeftToSend};
+const Procedure kStoreAndSend{"Store and send", false, kLeftToStore | kMessageToSend};
+const std::vector<Procedure> kEveryProcedure = {kList,         kDelete, kDeleteInPhone, kStore,
+                                                kStoreInPhone, kSend,   kStoreAndSend};
 
 void ExpectQuestion(Walk& walk, const std::vector<std::string>& texts, const Place& place, int answer) {
   ASSERT_EQ(texts.size(), 2U);
@@ -134,12 +146,40 @@ void ExpectRecovery(Walk& walk, Effect effect) {
   EXPECT_FALSE(walk.inbox().MayLackRows());
 }
 
-void WalkOneFault(const Place& place, int answer) {
-  SCOPED_TRACE(place.procedure.name + ", " + place.fault.text + " at " + place.run.lines[place.at]);
-  Walk walk(place.procedure);
+std::string Describe(const Place& place) {
+  return place.procedure.name + ", " + place.fault.text + " at " + place.run.lines[place.at];
+}
+
+/// Runs the procedure with the place's fault.
+void RunWithFault(Walk& walk, const Place& place, int answer) {
   const std::size_t line = walk.lines_before() + place.at + 1;
-  ASSERT_TRUE(walk.phone().AddFault(std::to_string(line) + ":" + place.fault.text));
+  EXPECT_TRUE(walk.phone().AddFault(std::to_string(line) + ":" + place.fault.text));
   walk.RunProcedure(answer);
+}
+
+/// Calls `visit`, which says how many cases it made, for every command of every procedure and every fault of
+/// these; the sum.
+template <class Visit>
+int ForEach(const std::vector<Procedure>& procedures, const std::vector<FaultCase>& faults, Visit visit) {
+  int cases = 0;
+  for (const Procedure& procedure : procedures) {
+    const GoodRun run = RecordGoodRun(procedure);
+    EXPECT_FALSE(run.lines.empty());
+    for (std::size_t at = 0; at < run.lines.size(); ++at)
+      for (const FaultCase& fault : faults) cases += visit(Place{procedure, run, at, fault});
+  }
+  return cases;
+}
+
+void Report(const std::string& walk, int cases) {
+  testing::Test::RecordProperty("cases", cases);
+  std::cout << walk << ": " << cases << " cases\n";
+}
+
+void WalkOneFault(const Place& place, int answer) {
+  SCOPED_TRACE(Describe(place));
+  Walk walk(place.procedure);
+  RunWithFault(walk, place, answer);
   ExpectMessages(walk, place, answer);
   ExpectAtRest(walk);
   ExpectPhone(walk, place);
@@ -149,40 +189,27 @@ void WalkOneFault(const Place& place, int answer) {
 }
 
 void WalkAllFaults(const Procedure& procedure) {
-  const GoodRun run = RecordGoodRun(procedure);
-  ASSERT_FALSE(run.lines.empty());
-  int cases = 0;
-  for (std::size_t at = 0; at < run.lines.size(); ++at) {
-    for (const FaultCase& fault : FaultCases()) {
-      const Place place{procedure, run, at, fault};
-      WalkOneFault(place, kAnswerNo);
-      ++cases;
-      if (!place.submission_fails()) continue;
-      WalkOneFault(place, kAnswerCancel);
-      ++cases;
-    }
-  }
-  testing::Test::RecordProperty("cases", cases);
-  std::cout << procedure.name << ": " << run.lines.size() << " commands, " << cases << " faults\n";
+  Report(procedure.name, ForEach({procedure}, FaultCases(), [](const Place& place) {
+           WalkOneFault(place, kAnswerNo);
+           if (!place.submission_fails()) return 1;
+           WalkOneFault(place, kAnswerCancel);
+           return 2;
+         }));
 }
 
-TEST(MessageFaultWalk, Listing) { WalkAllFaults({"List"}); }
-TEST(MessageFaultWalk, Deleting) { WalkAllFaults({"Delete", true}); }
-TEST(MessageFaultWalk, DeletingInThePhonesMemory) { WalkAllFaults({"Delete in ME", true, 0, 1}); }
-TEST(MessageFaultWalk, Storing) { WalkAllFaults({"Store", false, kLeftToStore}); }
-TEST(MessageFaultWalk, StoringInThePhonesMemory) { WalkAllFaults({"Store in ME", false, kLeftToStore, 1}); }
-TEST(MessageFaultWalk, Sending) { WalkAllFaults({"Send", false, kLeftToSend}); }
-TEST(MessageFaultWalk, StoringAndSending) {
-  WalkAllFaults({"Store and send", false, kLeftToStore | kMessageToSend});
-}
+TEST(MessageFaultWalk, Listing) { WalkAllFaults(kList); }
+TEST(MessageFaultWalk, Deleting) { WalkAllFaults(kDelete); }
+TEST(MessageFaultWalk, DeletingInThePhonesMemory) { WalkAllFaults(kDeleteInPhone); }
+TEST(MessageFaultWalk, Storing) { WalkAllFaults(kStore); }
+TEST(MessageFaultWalk, StoringInThePhonesMemory) { WalkAllFaults(kStoreInPhone); }
+TEST(MessageFaultWalk, Sending) { WalkAllFaults(kSend); }
+TEST(MessageFaultWalk, StoringAndSending) { WalkAllFaults(kStoreAndSend); }
 
 /// The next command comes at once, while the answer that was missed may still be under way.
-void LoadAtOnce(const Place& place) {
-  SCOPED_TRACE(place.procedure.name + ", " + place.fault.text + " at " + place.run.lines[place.at]);
+int LoadAtOnce(const Place& place) {
+  SCOPED_TRACE(Describe(place));
   Walk walk(place.procedure);
-  const std::size_t line = walk.lines_before() + place.at + 1;
-  ASSERT_TRUE(walk.phone().AddFault(std::to_string(line) + ":" + place.fault.text));
-  walk.RunProcedure(kAnswerNo);
+  RunWithFault(walk, place, kAnswerNo);
   walk.phone().ClearFaults();
   MessageBoxScript yes;
   for (int i = 0; i < 2; ++i) yes.Answer(kAnswerYes);
@@ -192,24 +219,15 @@ void LoadAtOnce(const Place& place) {
   EXPECT_TRUE(told || walk.Texts().size() == walk.Stored().size());
   EXPECT_LE(walk.TimesSent(), 1);
   ExpectRecovery(walk, place.effect());
+  return 1;
 }
 
 TEST(MessageFaultWalk, TheNextLoadAtOnceHidesNothing) {
-  int cases = 0;
-  for (const Procedure& procedure :
-       {Procedure{"List"}, Procedure{"Delete", true}, Procedure{"Store", false, kLeftToStore},
-        Procedure{"Send", false, kLeftToSend}}) {
-    const GoodRun run = RecordGoodRun(procedure);
-    for (std::size_t at = 0; at < run.lines.size(); ++at) {
-      for (const FaultCase& fault : FaultCases()) {
-        if (fault.effect != Effect::kNoReply && fault.effect != Effect::kTooLate) continue;
-        LoadAtOnce({procedure, run, at, fault});
-        ++cases;
-      }
-    }
-  }
-  RecordProperty("cases", cases);
-  std::cout << "load at once: " << cases << " faults\n";
+  std::vector<FaultCase> missed;
+  std::copy_if(FaultCases().begin(), FaultCases().end(), std::back_inserter(missed), [](const auto& fault) {
+    return fault.effect == Effect::kNoReply || fault.effect == Effect::kTooLate;
+  });
+  Report("load at once", ForEach(kEveryProcedure, missed, LoadAtOnce));
 }
 
 /// Of a message that was to be stored, sent or deleted: it was, or it still waits.
@@ -234,11 +252,10 @@ void ExpectDoneOrWaiting(Walk& walk, const Procedure& procedure) {
   EXPECT_EQ(walk.phone().memory().phonebooks, walk.phonebooks_before());
 }
 
-void WalkOneNoise(const Procedure& procedure, const GoodRun& run, std::size_t at) {
-  SCOPED_TRACE(procedure.name + ", noise at " + run.lines[at]);
-  Walk walk(procedure);
-  ASSERT_TRUE(walk.phone().AddFault(std::to_string(walk.lines_before() + at + 1) + ":noise:8"));
-  walk.RunProcedure(kAnswerNo);
+int WalkOneNoise(const Place& place) {
+  SCOPED_TRACE(Describe(place));
+  Walk walk(place.procedure);
+  RunWithFault(walk, place, kAnswerNo);
   const std::vector<std::string> texts = walk.TakeAsked();
   EXPECT_LE(texts.size(), 2U);
   if (texts.size() == 1U) {
@@ -248,22 +265,14 @@ void WalkOneNoise(const Procedure& procedure, const GoodRun& run, std::size_t at
     EXPECT_THAT(texts[0], StartsWith("When sending SMS \"Pending text\"  for +447700900555"));
   }
   ExpectAtRest(walk);
-  ExpectDoneOrWaiting(walk, procedure);
-  ExpectRecovery(walk, Effect::kHarmless);
+  ExpectDoneOrWaiting(walk, place.procedure);
+  ExpectRecovery(walk, place.effect());
+  return 1;
 }
 
 // Random bytes may or may not spoil a result, so only what holds in either case is asked.
 TEST(MessageFaultWalk, NoiseEndsEveryProcedureInOneOfTheKnownWays) {
-  int cases = 0;
-  for (const Procedure& procedure :
-       {Procedure{"List"}, Procedure{"Delete", true}, Procedure{"Store", false, kLeftToStore},
-        Procedure{"Send", false, kLeftToSend},
-        Procedure{"Store and send", false, kLeftToStore | kMessageToSend}}) {
-    const GoodRun run = RecordGoodRun(procedure);
-    for (std::size_t at = 0; at < run.lines.size(); ++at, ++cases) WalkOneNoise(procedure, run, at);
-  }
-  RecordProperty("cases", cases);
-  std::cout << "noise: " << cases << " places\n";
+  Report("noise", ForEach(kEveryProcedure, {{"noise:8", Effect::kHarmless}}, WalkOneNoise));
 }
 
 }  // namespace

@@ -13,9 +13,6 @@
 
 namespace celldesk {
 
-/// Folders by the place of their tabs.
-inline constexpr int kSimTab = 0, kInboxTab = 2, kOutboxTab = 3;
-
 /// Controls of viewer, editor and chooser.
 namespace viewer {
 inline constexpr int kDate = 1001, kFrom = 1002, kBody = 1003, kCounter = 1004;

@@ -1,6 +1,8 @@
 #include "ui/window/fault_walk.h"
 
+#include <array>
 #include <iostream>
+#include <iterator>
 
 #include "ui/framework/application.h"
 
@@ -9,6 +11,15 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+const Procedure kConnect{"Connect", true, false, 0, command::kConnect};
+const Procedure kSettings{"Settings", true, false, 0, command::kSettings, true};
+const Procedure kLoadSim{"Load SIM", false, true, 0, command::kLoadData};
+const Procedure kLoadPhone{"Load ME", false, true, 1, command::kLoadData};
+const Procedure kUploadSim{"Upload all SIM", false, false, 0, command::kUpload};
+const Procedure kUploadPhone{"Upload all ME", false, false, 1, command::kUpload};
+const Procedure kUploadSelectedSim{"Upload selected SIM", false, false, 0, command::kUploadSelected};
+const Procedure kUploadSelectedPhone{"Upload selected ME", false, false, 1, command::kUploadSelected};
 
 void ExpectMessages(Walk& walk, const Place& place, const FaultCase& fault, Ends ends) {
   const std::vector<std::string> texts = walk.TakeAsked();
@@ -177,11 +188,42 @@ void ExpectRecovery(Walk& walk, const FaultCase& fault) {
     EXPECT_THAT(text, testing::StartsWith("Address book was changed.")) << "the only thing to ask";
 }
 
-void WalkOneFault(const Place& place, const FaultCase& fault) {
-  SCOPED_TRACE(place.procedure.name + ", " + fault.text + " at " + place.run.lines[place.at]);
-  Walk walk(place.procedure);
+/// The fault falls on the procedure's command at this place.
+void Arm(Walk& walk, const Place& place, const std::string& fault) {
   const std::size_t line = walk.phone().received_lines().size() + place.at + 1;
-  ASSERT_TRUE(walk.phone().AddFault(std::to_string(line) + ":" + fault.text));
+  EXPECT_TRUE(walk.phone().AddFault(std::to_string(line) + ":" + fault));
+}
+
+std::string Describe(const Place& place, const std::string& fault) {
+  return place.procedure.name + ", " + fault + " at " + place.run.lines[place.at];
+}
+
+/// Calls `visit` for every command of every procedure and every fault of these; how often.
+template <class Faults, class Visit>
+int ForEach(const std::vector<Procedure>& procedures, const Faults& faults, Visit visit) {
+  int cases = 0;
+  for (const Procedure& procedure : procedures) {
+    const GoodRun run = RecordGoodRun(procedure);
+    EXPECT_FALSE(run.lines.empty());
+    for (std::size_t at = 0; at < run.lines.size(); ++at) {
+      for (const auto& fault : faults) {
+        visit(Place{procedure, run, at}, fault);
+        ++cases;
+      }
+    }
+  }
+  return cases;
+}
+
+void Report(const std::string& walk, int cases) {
+  testing::Test::RecordProperty("cases", cases);
+  std::cout << walk << ": " << cases << " cases\n";
+}
+
+void WalkOneFault(const Place& place, const FaultCase& fault) {
+  SCOPED_TRACE(Describe(place, fault.text));
+  Walk walk(place.procedure);
+  Arm(walk, place, fault.text);
   walk.RunProcedure();
   EXPECT_LE(walk.took(), place.run.longest);
   const Ends ends = place.EndsWith(fault);
@@ -196,34 +238,17 @@ void WalkOneFault(const Place& place, const FaultCase& fault) {
 }
 
 void WalkAllFaults(const Procedure& procedure) {
-  const GoodRun run = RecordGoodRun(procedure);
-  int cases = 0;
-  for (std::size_t at = 0; at < run.lines.size(); ++at) {
-    for (const FaultCase& fault : FaultCases()) {
-      WalkOneFault({procedure, run, at}, fault);
-      ++cases;
-    }
-  }
-  testing::Test::RecordProperty("cases", cases);
-  std::cout << procedure.name << ": " << run.lines.size() << " commands, " << cases << " faults\n";
+  Report(procedure.name, ForEach({procedure}, FaultCases(), WalkOneFault));
 }
 
-TEST(FaultWalk, Connecting) { WalkAllFaults({"Connect", true, false, 0, command::kConnect}); }
-TEST(FaultWalk, ChangingThePortInTheSettings) {
-  WalkAllFaults({"Settings", true, false, 0, command::kSettings, true});
-}
-TEST(FaultWalk, LoadingTheSimBook) { WalkAllFaults({"Load SIM", false, true, 0, command::kLoadData}); }
-TEST(FaultWalk, LoadingThePhonesBook) { WalkAllFaults({"Load ME", false, true, 1, command::kLoadData}); }
-TEST(FaultWalk, UploadingTheSimBook) { WalkAllFaults({"Upload all SIM", false, false, 0, command::kUpload}); }
-TEST(FaultWalk, UploadingThePhonesBook) {
-  WalkAllFaults({"Upload all ME", false, false, 1, command::kUpload});
-}
-TEST(FaultWalk, UploadingSelectedSimEntries) {
-  WalkAllFaults({"Upload selected SIM", false, false, 0, command::kUploadSelected});
-}
-TEST(FaultWalk, UploadingSelectedEntriesOfThePhonesBook) {
-  WalkAllFaults({"Upload selected ME", false, false, 1, command::kUploadSelected});
-}
+TEST(FaultWalk, Connecting) { WalkAllFaults(kConnect); }
+TEST(FaultWalk, ChangingThePortInTheSettings) { WalkAllFaults(kSettings); }
+TEST(FaultWalk, LoadingTheSimBook) { WalkAllFaults(kLoadSim); }
+TEST(FaultWalk, LoadingThePhonesBook) { WalkAllFaults(kLoadPhone); }
+TEST(FaultWalk, UploadingTheSimBook) { WalkAllFaults(kUploadSim); }
+TEST(FaultWalk, UploadingThePhonesBook) { WalkAllFaults(kUploadPhone); }
+TEST(FaultWalk, UploadingSelectedSimEntries) { WalkAllFaults(kUploadSelectedSim); }
+TEST(FaultWalk, UploadingSelectedEntriesOfThePhonesBook) { WalkAllFaults(kUploadSelectedPhone); }
 
 /// Every entry is as it was, or as the upload was to make it, and what the book holds for done the phone has.
 void ExpectNothingButTheUpload(Walk& walk, const Procedure& procedure, simulator::PhoneMemory expected) {
@@ -247,10 +272,9 @@ void ExpectNothingButTheUpload(Walk& walk, const Procedure& procedure, simulator
 
 /// The same command once more, at once, while the answer that was missed may still be under way.
 void RunTwice(const Place& place, const FaultCase& fault) {
-  SCOPED_TRACE(place.procedure.name + ", " + fault.text + " at " + place.run.lines[place.at]);
+  SCOPED_TRACE(Describe(place, fault.text));
   Walk walk(place.procedure);
-  const std::size_t line = walk.phone().received_lines().size() + place.at + 1;
-  ASSERT_TRUE(walk.phone().AddFault(std::to_string(line) + ":" + fault.text));
+  Arm(walk, place, fault.text);
   const simulator::PhoneMemory before = walk.phone().memory();
   walk.RunProcedure();
   walk.phone().ClearFaults();
@@ -267,30 +291,20 @@ void RunTwice(const Place& place, const FaultCase& fault) {
 }
 
 TEST(FaultWalk, TheSameCommandAtOnceHidesNothingAndHoldsNothingForDone) {
-  int cases = 0;
-  for (const Procedure& procedure : {Procedure{"Load SIM", false, true, 0, command::kLoadData},
-                                     Procedure{"Load ME", false, true, 1, command::kLoadData},
-                                     Procedure{"Upload all SIM", false, false, 0, command::kUpload},
-                                     Procedure{"Upload all ME", false, false, 1, command::kUpload}}) {
-    const GoodRun run = RecordGoodRun(procedure);
-    for (std::size_t at = 0; at < run.lines.size(); ++at) {
-      for (const FaultCase& fault : FaultCases()) {
-        if (fault.effect != Effect::kNoReply && fault.effect != Effect::kTooLate) continue;
-        RunTwice({procedure, run, at}, fault);
-        ++cases;
-      }
-    }
-  }
-  RecordProperty("cases", cases);
-  std::cout << "at once: " << cases << " faults\n";
+  std::vector<FaultCase> missed;
+  std::copy_if(FaultCases().begin(), FaultCases().end(), std::back_inserter(missed), [](const auto& fault) {
+    return fault.effect == Effect::kNoReply || fault.effect == Effect::kTooLate;
+  });
+  const std::vector<Procedure> procedures = {kLoadSim,     kLoadPhone,         kUploadSim,
+                                             kUploadPhone, kUploadSelectedSim, kUploadSelectedPhone};
+  Report("at once", ForEach(procedures, missed, RunTwice));
 }
 
-void WalkOneNoise(const Place& place) {
-  SCOPED_TRACE(place.procedure.name + ", noise at " + place.run.lines[place.at]);
+void WalkOneNoise(const Place& place, const std::string& noise) {
+  SCOPED_TRACE(Describe(place, noise));
   const Procedure& procedure = place.procedure;
   Walk walk(procedure);
-  const std::size_t line = walk.phone().received_lines().size() + place.at + 1;
-  ASSERT_TRUE(walk.phone().AddFault(std::to_string(line) + ":noise:8"));
+  Arm(walk, place, noise);
   walk.RunProcedure();
   EXPECT_LE(walk.took(), place.run.longest);
   const std::vector<std::string> texts = walk.TakeAsked();
@@ -307,26 +321,15 @@ void WalkOneNoise(const Place& place) {
   } else {
     EXPECT_EQ(walk.phone().memory(), walk.memory_before());
   }
-  ExpectRecovery(walk, {"noise:8", Effect::kHarmless, ""});
+  ExpectRecovery(walk, {noise, Effect::kHarmless, ""});
 }
 
 // Random bytes may or may not spoil a result, so only what holds in either case is asked.
 TEST(FaultWalk, NoiseEndsEveryProcedureInOneOfTheKnownWays) {
-  int cases = 0;
-  for (const Procedure& procedure :
-       {Procedure{"Connect", true, false, 0, command::kConnect},
-        Procedure{"Settings", true, false, 0, command::kSettings, true},
-        Procedure{"Load SIM", false, true, 0, command::kLoadData},
-        Procedure{"Load ME", false, true, 1, command::kLoadData},
-        Procedure{"Upload all SIM", false, false, 0, command::kUpload},
-        Procedure{"Upload all ME", false, false, 1, command::kUpload},
-        Procedure{"Upload selected SIM", false, false, 0, command::kUploadSelected},
-        Procedure{"Upload selected ME", false, false, 1, command::kUploadSelected}}) {
-    const GoodRun run = RecordGoodRun(procedure);
-    for (std::size_t at = 0; at < run.lines.size(); ++at, ++cases) WalkOneNoise({procedure, run, at});
-  }
-  RecordProperty("cases", cases);
-  std::cout << "noise: " << cases << " places\n";
+  const std::vector<Procedure> procedures = {kConnect,           kSettings,           kLoadSim,
+                                             kLoadPhone,         kUploadSim,          kUploadPhone,
+                                             kUploadSelectedSim, kUploadSelectedPhone};
+  Report("noise", ForEach(procedures, std::array{std::string("noise:8")}, WalkOneNoise));
 }
 
 }  // namespace

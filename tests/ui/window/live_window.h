@@ -19,16 +19,16 @@ namespace celldesk {
 /// and a simulated phone on a pseudo-terminal. Procedures wait by pumping messages, as in the program.
 class LiveWindow {
  public:
-  explicit LiveWindow(simulator::PhoneMemory memory, int latency_ms = 0)
-      : phone(MakePhone(std::move(memory), latency_ms)), opener_(ports_) {
+  explicit LiveWindow(simulator::PhoneMemory memory, int latency_ms = 0, simulator::PtyOptions options = {})
+      : phone(MakePhone(std::move(memory), latency_ms), std::move(options)), opener_(ports) {
     EXPECT_TRUE(phone.Start());
     FollowPhone();
     Settings settings;
     settings.centre = u"+447700900000";
-    SettingsStore(registry_).Save(settings);
+    SettingsStore(registry).Save(settings);
     application_ = std::make_unique<CellDeskApplication>(
         argument_count_, arguments_,
-        MachineServices{opener_, threads_, registry_, locale_, shell, ports_, inspector_, files_, contacts_});
+        MachineServices{opener_, threads_, registry, locale_, shell, ports, inspector_, files_, contacts_});
     EXPECT_TRUE(application_->InitInstance({}, true));
     application_->PumpMessages();
   }
@@ -55,7 +55,7 @@ class LiveWindow {
       phone.Stop();
       EXPECT_TRUE(phone.Start());
     }
-    ports_.ports = {{u"COM1:", u"Phone", FromUtf8(phone.device()), u"phone"}};
+    ports.ports = {{u"COM1:", u"Phone", FromUtf8(phone.device()), u"phone"}};
   }
 
   /// As soon as `condition` holds while a command runs, `act` is done from the message loop, once.
@@ -70,6 +70,8 @@ class LiveWindow {
   }
 
   simulator::PtyPhone phone;
+  FakePortList ports;
+  FakeRegistry registry;
   FakeShell shell;
   MessageBoxScript boxes;
 
@@ -83,11 +85,9 @@ class LiveWindow {
   int argument_count_ = 1;
   char name_[9] = "celldesk";
   char* arguments_[2] = {name_, nullptr};
-  FakePortList ports_;
   FakePortInspector inspector_;
   PosixPortOpener opener_;
   PosixThreadStarter threads_;
-  FakeRegistry registry_;
   FakeLocale locale_;
   FakeFileSystem files_;
   FakeContactsDatabase contacts_;
