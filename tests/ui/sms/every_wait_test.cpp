@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <iostream>
 
 #include "ui/framework/application.h"
@@ -14,23 +16,12 @@ using testing::IsEmpty;
 
 constexpr milliseconds kTick{50};
 
-constexpr int kEveryCommand[] = {command::kNew,
-                                 command::kOpen,
-                                 command::kDelete,
-                                 command::kDeleteAll,
-                                 command::kConnect,
-                                 command::kSettings,
-                                 command::kImport,
-                                 command::kExport,
-                                 command::kLoadData,
-                                 command::kUpload,
-                                 command::kReply,
-                                 command::kForward,
-                                 command::kItemAssignment,
-                                 command::kDisconnect,
-                                 command::kSendSms,
-                                 command::kConnection,
-                                 command::kUploadSelected};
+constexpr int kEveryCommand[] = {command::kNew,       command::kOpen,           command::kDelete,
+                                 command::kDeleteAll, command::kConnect,        command::kSettings,
+                                 command::kImport,    command::kExport,         command::kLoadData,
+                                 command::kUpload,    command::kReply,          command::kForward,
+                                 command::kShowNames, command::kItemAssignment, command::kDisconnect,
+                                 command::kSendSms,   command::kConnection,     command::kUploadSelected};
 
 constexpr Qt::Key kEveryKey[] = {Qt::Key_N, Qt::Key_O, Qt::Key_D, Qt::Key_E, Qt::Key_I, Qt::Key_L,
                                  Qt::Key_P, Qt::Key_S, Qt::Key_U, Qt::Key_R, Qt::Key_F};
@@ -97,8 +88,11 @@ class Prepared : public WindowSession {
   std::vector<std::string> Outcome() {
     const auto& all = phone().received_lines();
     std::vector<std::string> outcome(all.begin() + static_cast<std::ptrdiff_t>(before_), all.end());
-    for (AddressBookView* view : {&sim(), &phone_book()})
-      for (const std::string& row : Rows(*view)) outcome.push_back(row);
+    for (AddressBookView* view : {&sim(), &phone_book()}) {
+      std::vector<std::string> rows = Rows(*view);
+      std::sort(rows.begin(), rows.end());  // in whatever order they are shown
+      outcome.insert(outcome.end(), rows.begin(), rows.end());
+    }
     const SmsStore& messages = frame().inbox().sms().messages();
     for (int position = 0; position < messages.count(); ++position)
       outcome.push_back(Utf8(messages.At(position).text) + std::to_string(messages.At(position).flags));
@@ -156,6 +150,20 @@ class Prepared : public WindowSession {
   int stray_dialogs_ = 0;
 };
 
+/// What a procedure comes to while nobody touches the window.
+struct Course {
+  explicit Course(const Procedure& procedure) {
+    Prepared clean(procedure);
+    clean.Run([](int) {});
+    outcome = clean.Outcome();
+    memory = clean.phone().memory();
+    ticks = clean.ticks();
+  }
+  std::vector<std::string> outcome;
+  simulator::PhoneMemory memory;
+  int ticks = 0;
+};
+
 class EveryWait : public testing::TestWithParam<Procedure> {};
 
 void GiveEveryCommand(Prepared& window) {
@@ -170,35 +178,44 @@ void GiveEveryCommand(Prepared& window) {
 
 // Menus, buttons and keys at every 50 ms of a procedure: it takes its course as if nobody had touched them.
 TEST_P(EveryWait, GivesNoCommand) {
-  std::vector<std::string> expected;
-  simulator::PhoneMemory memory;
-  {
-    Prepared clean(GetParam());
-    clean.Run([](int) {});
-    expected = clean.Outcome();
-    memory = clean.phone().memory();
-  }
-
+  const Course course(GetParam());
   Prepared window(GetParam());
   window.Run([&](int) { GiveEveryCommand(window); });
   EXPECT_EQ(window.stray_dialogs(), 0);
   EXPECT_GT(window.ticks(), 0);
-  EXPECT_EQ(window.Outcome(), expected);
-  EXPECT_EQ(window.phone().memory(), memory);
+  EXPECT_EQ(window.Outcome(), course.outcome);
+  EXPECT_EQ(window.phone().memory(), course.memory);
   std::cout << GetParam().name << ": " << window.ticks() << " waits\n";
+}
+
+void LookAtEveryFolder(Prepared& window) {
+  const std::array lists = {&window.sim().list(), &window.phone_book().list(), &window.frame().inbox().list(),
+                            &window.frame().outbox().list()};
+  const int shown = window.frame().pages().Current();
+  for (int folder = kSimTab; folder <= kOutboxTab; ++folder) {
+    ClickTab(window.frame(), folder);
+    EXPECT_EQ(window.frame().pages().Current(), folder);
+    ListView& list = *lists[static_cast<std::size_t>(folder)];
+    ClickHeader(list, 1);
+    if (list.RowCount() > 0) ClickRow(list, list.RowCount() - 1);
+    PressKey(list, Qt::Key_Home);
+  }
+  ClickTab(window.frame(), shown);
+}
+
+// Tabs, headers and rows are free at each of them, and change nothing of what the procedure does.
+TEST_P(EveryWait, LetsTheFoldersBeLookedAt) {
+  const Course course(GetParam());
+  Prepared window(GetParam());
+  window.Run([&](int) { LookAtEveryFolder(window); });
+  EXPECT_EQ(window.Outcome(), course.outcome);
+  EXPECT_EQ(window.phone().memory(), course.memory);
 }
 
 // A close request at each of them in turn: the procedure ends first, then the program asks, and stays on No.
 TEST_P(EveryWait, ACloseRequestComesAfterTheProcedure) {
-  simulator::PhoneMemory memory;
-  int ticks = 1;
-  {
-    Prepared clean(GetParam());
-    clean.Run([](int) {});
-    memory = clean.phone().memory();
-    ticks = clean.ticks();
-  }
-  for (int at = 1; at <= ticks; ++at) {
+  const Course course(GetParam());
+  for (int at = 1; at <= course.ticks; ++at) {
     SCOPED_TRACE(at);
     Prepared window(GetParam());
     window.Run([&](int tick) {
@@ -206,7 +223,7 @@ TEST_P(EveryWait, ACloseRequestComesAfterTheProcedure) {
       WidgetOf(&window.frame())->close();
       EXPECT_TRUE(window.frame().IsVisible());
     });
-    EXPECT_EQ(window.phone().memory(), memory);
+    EXPECT_EQ(window.phone().memory(), course.memory);
     if (GetParam().command == command::kDisconnect) {
       EXPECT_FALSE(window.frame().IsAttached()) << "nothing is left to ask";
       continue;

@@ -165,6 +165,20 @@ TEST(SmsUpload, AskingNamesTextRecipientAndErrorAndOffersThreeAnswers) {
   EXPECT_EQ(asked.back().text, u"+CMS ERROR: 38");
 }
 
+// Its last octet would hold no bits and is not written; this phone wants all of them.
+TEST(SmsUpload, ATextThatAPhoneRefusesForItsLastOctetWaitsAndGoesOutWithALetterMore) {
+  UploadWindow window;
+  window.Write(QStringLiteral("+447700900555"), QStringLiteral("Room 11"));
+  const std::string longer =
+      Utf8(window.Write(QStringLiteral("+447700900555"), QStringLiteral("Room 11 x")).pdu_text);
+  window.boxes.Answer(kAnswerNo);
+  window.boxes.Answer(kAnswerNo);
+  window.Upload();
+  EXPECT_THAT(window.TakeAsked(), Contains(SendQuestion("Room 11", "+447700900555", "+CMS ERROR: 304")));
+  EXPECT_THAT(window.SentBodies(), ElementsAre(kCentreField + longer));
+  EXPECT_EQ(SmsWindow::Flags(window.outbox(), 2), 27U);
+}
+
 TEST(SmsUpload, YesSendsAgain) {
   UploadWindow window;
   window.Write(QStringLiteral("+447700900555"), QStringLiteral("Hi"));
