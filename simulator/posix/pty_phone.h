@@ -45,8 +45,8 @@ class PtyPhone {
 
   /// Open, then Serve in a thread of its own.
   [[nodiscard]] bool Start();
-  /// Ends the thread, the device and the entry. Harmless when not started. The phone keeps its memory, and may
-  /// be started again.
+  /// Ends the thread, the device and the entry. Harmless when not started. The phone keeps its memory, and
+  /// may be started again.
   void Stop();
 
   /// The path a client opens; empty after a hang-up without return. Any thread.
