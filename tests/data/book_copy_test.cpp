@@ -40,6 +40,12 @@ TEST_F(CopyEntriesTest, FillsTheFirstSlotOfAnEmptyBookWithASelection) {
   EXPECT_EQ(observer_.rows, (std::vector<int>{0}));
 }
 
+TEST_F(CopyEntriesTest, FillsAnEmptyBookFromItsFirstSlotWithoutASelection) {
+  AddressBook empty = LoadedBook(3, u"ME");
+  EXPECT_EQ(CopyEntries(source_, {}, empty, observer_), S_OK);
+  EXPECT_EQ(Names(empty), (Texts{u"A", u"C", u""}));
+}
+
 TEST_F(CopyEntriesTest, KeepsTheIdAndMarksTheCopyModified) {
   EXPECT_EQ(CopyEntries(source_, std::vector<int>{2}, destination_, observer_), S_OK);
   EXPECT_EQ(destination_.At(1).id, u"3");

@@ -46,6 +46,9 @@ TEST(Septets, PackReplacesWhatStoodThere) {
   std::u16string text = u"FFFF";
   PackSeptet(text, 0, 0, 1);
   EXPECT_EQ(text, u"7FC0");
+  text = u"FFA5";
+  PackSeptet(text, 0, 0, 1);
+  EXPECT_EQ(text, u"7F80") << "the bits behind the septet stay";
 }
 
 TEST(Septets, ALastOctetWithoutBitsIsNeverWritten) {
