@@ -15,6 +15,62 @@ constexpr std::u16string_view kValidity = u"Validity";
 constexpr std::size_t kPortBuffer = 6;
 constexpr SettingsPage kPages[] = {SettingsPage::kGeneral, SettingsPage::kOperator, SettingsPage::kSms};
 
+/// Writes the fields of a page; with `before`, one that is as it was then only where no good value is stored.
+/// A field that is not written takes over what is stored.
+class PageWriter {
+ public:
+  PageWriter(const SettingsKey& key, Settings& settings, const Settings* before)
+      : key_(key), settings_(settings), before_(before) {}
+
+  void Write(SettingsPage page) {
+    switch (page) {
+      case SettingsPage::kGeneral:
+        PutText(kPort, &Settings::port, kPortBuffer);
+        PutFlag(kAdapter, &Settings::use_adapter);
+        break;
+      case SettingsPage::kOperator:
+        PutText(kCentre, &Settings::centre);
+        PutText(kOperator, &Settings::operator_name);
+        PutText(kCountry, &Settings::country);
+        break;
+      case SettingsPage::kSms:
+        PutFlag(kDeliveryReport, &Settings::delivery_report);
+        PutFlag(kReplyPath, &Settings::reply_path);
+        PutNumber(kValidity, &Settings::validity);
+        break;
+    }
+  }
+
+ private:
+  void PutText(std::u16string_view name, std::u16string Settings::*field,
+               std::size_t maximum = SettingsValue::kMaximumString) {
+    SettingsValue value = key_.Value(name);
+    const std::u16string stored = value.GetString({}, maximum);
+    if (!Keep(field, stored, value.status() == kErrorSuccess)) value.SetString(settings_.*field);
+  }
+  void PutFlag(std::u16string_view name, bool Settings::*field) {
+    SettingsValue value = key_.Value(name);
+    const std::uint32_t stored = value.GetNumber(0);
+    const bool is_good = value.status() == kErrorSuccess && stored <= 1;
+    if (!Keep(field, stored != 0, is_good)) value.SetFlag(settings_.*field);
+  }
+  void PutNumber(std::u16string_view name, std::uint32_t Settings::*field) {
+    SettingsValue value = key_.Value(name);
+    const std::uint32_t stored = value.GetNumber(0);
+    if (!Keep(field, stored, value.status() == kErrorSuccess)) value.SetNumber(settings_.*field);
+  }
+  template <typename T>
+  bool Keep(T Settings::*field, const T& stored, bool is_good) {
+    if (before_ == nullptr || !is_good || settings_.*field != before_->*field) return false;
+    settings_.*field = stored;
+    return true;
+  }
+
+  const SettingsKey& key_;
+  Settings& settings_;
+  const Settings* before_;
+};
+
 }  // namespace
 
 Settings SettingsStore::Load() const {
@@ -50,22 +106,13 @@ void SettingsStore::LoadPage(SettingsPage page, const SettingsKey& key, Settings
 }
 
 void SettingsStore::SavePage(SettingsPage page, const SettingsKey& key, const Settings& settings) {
-  switch (page) {
-    case SettingsPage::kGeneral:
-      key.Value(kPort).SetString(settings.port);
-      key.Value(kAdapter).SetFlag(settings.use_adapter);
-      break;
-    case SettingsPage::kOperator:
-      key.Value(kCentre).SetString(settings.centre);
-      key.Value(kOperator).SetString(settings.operator_name);
-      key.Value(kCountry).SetString(settings.country);
-      break;
-    case SettingsPage::kSms:
-      key.Value(kDeliveryReport).SetFlag(settings.delivery_report);
-      key.Value(kReplyPath).SetFlag(settings.reply_path);
-      key.Value(kValidity).SetNumber(settings.validity);
-      break;
-  }
+  Settings all = settings;
+  PageWriter(key, all, nullptr).Write(page);
+}
+
+void SettingsStore::SaveChanges(SettingsPage page, const SettingsKey& key, Settings& settings,
+                                const Settings& before) {
+  PageWriter(key, settings, &before).Write(page);
 }
 
 std::vector<std::uint16_t> SettingsStore::LoadColumnWidths(std::u16string_view name,

@@ -50,6 +50,10 @@ class SettingsStore {
   /// The fields of one page, to and from the key that the dialog opened.
   static void LoadPage(SettingsPage page, const SettingsKey& key, Settings& settings);
   static void SavePage(SettingsPage page, const SettingsKey& key, const Settings& settings);
+  /// The same, but a field that is as it was `before` leaves what is stored, which another window may have
+  /// changed, and takes it over. It is written where nothing is stored that can be read.
+  static void SaveChanges(SettingsPage page, const SettingsKey& key, Settings& settings,
+                          const Settings& before);
 
   /// The stored widths of a list with `count` columns; empty when none are stored for exactly that many.
   std::vector<std::uint16_t> LoadColumnWidths(std::u16string_view name, std::size_t count) const;

@@ -2,6 +2,7 @@
 
 #include "services/reply_field.h"
 #include "util/number_text.h"
+#include "util/text.h"
 
 namespace celldesk {
 namespace {
@@ -10,6 +11,12 @@ std::uint32_t FlagsFor(const SmsMessage& message) {
   if (message.storage_status == kReceivedUnread) return kMessageInUse | kMessageNotOpened;
   const bool known = message.storage_status > kReceivedUnread && message.storage_status <= kStoredSent;
   return known ? kMessageInUse : message.flags;
+}
+
+/// Whether a line can be a PDU whose TPDU has this many octets.
+bool CanBePdu(std::u16string_view line, int tpdu_length) {
+  return line.size() % 2 == 0 && static_cast<int>(line.size() / 2) >= tpdu_length &&
+         line.find_first_not_of(u"0123456789ABCDEFabcdef") == std::u16string_view::npos;
 }
 
 }  // namespace
@@ -24,6 +31,7 @@ void SmsListing::TakeLine(ResponseLine& line) {
 }
 
 void SmsListing::OpenRecord(const ResponseLine& line) {
+  if (open_ != kNone) all_pdus_came_ = false;
   open_ = store_.Append();
   SmsMessage& message = store_.At(open_);
   message.memory = static_cast<std::int16_t>(memory_);
@@ -37,6 +45,7 @@ void SmsListing::OpenRecord(const ResponseLine& line) {
 
 void SmsListing::TakePdu(std::u16string_view pdu) {
   SmsMessage& message = store_.At(open_);
+  if (!CanBePdu(Trim(pdu), message.tpdu_length)) all_pdus_came_ = false;
   message.pdu_text = pdu;
   message.flags = FlagsFor(message);
   // A message that does not decode stays, with what could be read of it.

@@ -16,6 +16,10 @@ class SmsListing {
   /// A "+CMGL:" line opens a record, the next other line is its PDU; the rest is skipped.
   void TakeLine(ResponseLine& line);
 
+  /// False when the line that was taken for a message's PDU, if one came, cannot be it: the phone said
+  /// something else in between.
+  bool AllPdusCame() const { return all_pdus_came_ && open_ == kNone; }
+
  private:
   void OpenRecord(const ResponseLine& line);
   void TakePdu(std::u16string_view pdu);
@@ -26,6 +30,7 @@ class SmsListing {
   SmsStore& store_;
   RowObserver* observer_;
   int open_ = kNone;  // position of the record that waits for its PDU
+  bool all_pdus_came_ = true;
 };
 
 }  // namespace celldesk

@@ -118,6 +118,7 @@ void SmsService::TakeUsage(int memory, const ResponseLine& line) {
 
 Status SmsService::ListAll(RowObserver* view) {
   engine_.FlushLines();
+  all_pdus_came_ = true;
   Status status = S_OK;
   for (int memory = 0; IsMessageMemory(memory); ++memory) {
     const std::u16string_view name = kMessageMemories[static_cast<std::size_t>(memory)];
@@ -135,6 +136,12 @@ Status SmsService::ListAll(RowObserver* view) {
 
 Status SmsService::ListMemory(int memory, RowObserver* view) {
   SmsListing listing(memory, messages_, view);
+  const Status status = TakeListing(listing);
+  if (!listing.AllPdusCame()) all_pdus_came_ = false;
+  return status;
+}
+
+Status SmsService::TakeListing(SmsListing& listing) {
   ResponseLine& line = engine_.response();
   for (;;) {
     const Status status = engine_.WaitLine(line, timing::kReply);

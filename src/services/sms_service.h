@@ -16,6 +16,8 @@
 
 namespace celldesk {
 
+class SmsListing;
+
 /// What the user wants after a message could not be stored or sent. Any other value stops, too.
 enum class UploadAnswer : int { kStop = 2, kRetry = 6, kSkip = 7 };
 
@@ -71,6 +73,8 @@ class SmsService : public Object {
   /// null) is told of each. A memory that cannot be selected ends the listing; a listing that breaks off does
   /// not: the status is the last one's.
   Status ListAll(RowObserver* view);
+  /// False when a message of the last listing has none of the PDU that the phone holds.
+  bool all_pdus_came() const { return all_pdus_came_; }
   /// Deletes the message from its memory. The phone's answer does not count.
   Status Delete(const SmsMessage& message);
   /// Submits the message's PDU to the network.
@@ -92,6 +96,7 @@ class SmsService : public Object {
   void TakeUsage(int memory, const ResponseLine& line);
   bool MayHaveRoom(int memory) const;
   Status ListMemory(int memory, RowObserver* view);
+  Status TakeListing(SmsListing& listing);
   Status Submit(std::u16string_view command, const SmsMessage& message);
   bool WasRefused();
   Status SendPdu(const SmsMessage& message);
@@ -118,6 +123,7 @@ class SmsService : public Object {
   std::u16string write_memories_;
   std::u16string receive_memories_;
   bool store_supported_ = false;
+  bool all_pdus_came_ = true;
   std::array<std::optional<Usage>, kMessageMemories.size()> usage_;
 };
 

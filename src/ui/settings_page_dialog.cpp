@@ -7,9 +7,12 @@ MessageResult SettingsPageDialog::WindowProc(Message message, WordParameter /*wo
   if (message != Message::kLoadSettings && message != Message::kSaveSettings) return 0;
   const bool save = message == Message::kSaveSettings;
   const auto& key = *reinterpret_cast<const SettingsKey*>(parameter);
-  if (!save) SettingsStore::LoadPage(page_, key, settings_);
+  if (!save) {
+    SettingsStore::LoadPage(page_, key, settings_);
+    loaded_ = settings_;
+  }
   UpdateData(save);
-  if (save) SettingsStore::SavePage(page_, key, settings_);
+  if (save) SettingsStore::SaveChanges(page_, key, settings_, loaded_);
   return 1;
 }
 

@@ -6,8 +6,8 @@
 namespace celldesk {
 
 /// A page of the settings dialog. It answers two messages, whose parameter is the opened key (a pointer to a
-/// SettingsKey): kLoadSettings reads the page's settings and shows them, kSaveSettings writes what the
-/// controls hold. A page's UpdateData copies between its controls and settings().
+/// SettingsKey): kLoadSettings reads the page's settings and shows them, kSaveSettings writes what the user
+/// changed and what is not stored yet. A page's UpdateData copies between its controls and settings().
 class SettingsPageDialog : public Dialog {
  public:
   /// `settings` are shared by the pages, each has its own fields; borrowed for the page's life.
@@ -22,6 +22,7 @@ class SettingsPageDialog : public Dialog {
  private:
   SettingsPage page_;
   Settings& settings_;
+  Settings loaded_;  // the page's fields as they were shown
 };
 
 }  // namespace celldesk

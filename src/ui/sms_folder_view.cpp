@@ -306,7 +306,7 @@ void SmsFolderView::LoadData(int missed_before) {
     services().engine.waiter().Pause(kBeforeDownload);
     status = sms().ListAll(this);
     if (!Failed(status)) filled_ = loaded_ = sibling_->loaded_ = true;
-    lacks_rows_ = Failed(status) || sms().read_memories().empty() ||
+    lacks_rows_ = Failed(status) || sms().read_memories().empty() || !sms().all_pdus_came() ||
                   services().engine.missed_answers() != missed_before;
     sibling_->lacks_rows_ = lacks_rows_;
     for (SmsFolderView* folder : {this, sibling_}) {

@@ -130,6 +130,63 @@ TEST(SettingsStore, LoadsAndSavesOnePageAlone) {
   EXPECT_EQ(loaded.port, u"COM4:");
 }
 
+/// Saves `settings` page by page, as the dialog does that showed `before`.
+void SaveChanges(FakeRegistry& registry, Settings& settings, const Settings& before) {
+  SettingsKey key(registry);
+  ASSERT_EQ(key.Create(RegistryRoot::kCurrentUser, SettingsStore::kPath), kErrorSuccess);
+  for (const auto page : {SettingsPage::kGeneral, SettingsPage::kOperator, SettingsPage::kSms})
+    SettingsStore::SaveChanges(page, key, settings, before);
+}
+
+TEST(SettingsStore, SavingChangesLeavesWhatAnotherWindowStoredAndTakesItOver) {
+  FakeRegistry registry;
+  const Settings before;
+  const SettingsStore store(registry);
+  store.Save(Everything());  // the other window, of each value
+  Settings settings = before;
+  SaveChanges(registry, settings, before);
+  EXPECT_EQ(settings, Everything());
+  EXPECT_EQ(store.Load(), Everything());
+}
+
+TEST(SettingsStore, SavingChangesWritesEachThatIsOne) {
+  FakeRegistry registry;
+  const SettingsStore store(registry);
+  const Settings before;
+  store.Save(before);
+  Settings settings = Everything();
+  SaveChanges(registry, settings, before);
+  EXPECT_EQ(settings, Everything());
+  EXPECT_EQ(store.Load(), Everything());
+}
+
+TEST(SettingsStore, SavingChangesWritesWhatIsNotStored) {
+  FakeRegistry registry;
+  Settings settings = Everything();
+  SaveChanges(registry, settings, Everything());
+  EXPECT_EQ(settings, Everything());
+  EXPECT_EQ(SettingsStore(registry).Load(), Everything());
+}
+
+TEST(SettingsStore, SavingChangesReplacesWhatCannotBeRead) {
+  FakeRegistry registry;
+  registry.PutString(u"Port", u"COM10:");
+  registry.PutNumber(u"DI27", 2);
+  registry.PutNumber(u"SMSC", 420);
+  registry.PutString(u"Country", std::u16string(600, u'x'));
+  registry.PutString(u"ReplyPath", u"yes");
+  registry.PutBinary(u"Validity", std::vector<std::uint8_t>{1});
+  const SettingsStore store(registry);
+  Settings settings = store.Load();
+  SaveChanges(registry, settings, store.Load());
+  EXPECT_EQ(registry.StringAt(u"Port"), u"COM1:");
+  EXPECT_EQ(registry.NumberAt(u"DI27"), 1U);
+  EXPECT_EQ(registry.StringAt(u"SMSC"), u"");
+  EXPECT_EQ(registry.StringAt(u"Country"), u"");
+  EXPECT_EQ(registry.NumberAt(u"ReplyPath"), 0U);
+  EXPECT_EQ(registry.NumberAt(u"Validity"), 197U);
+}
+
 TEST(SettingsStore, MakesItsKeyWithTheFirstWriteAndNotByReading) {
   FakeRegistry registry;
   const SettingsStore store(registry);

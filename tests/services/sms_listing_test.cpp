@@ -233,7 +233,42 @@ TEST(SmsService, SkipsNoiseBetweenRecordsButTakesAnyLineForAPdu) {
   EXPECT_EQ(session.At(0).pdu_text, u"079133060071108");
   EXPECT_EQ(session.At(1).pdu_text, u"+NOISE");
   EXPECT_EQ(session.list.rows, (std::vector<int>{0, 1}));
+  EXPECT_FALSE(session.service.all_pdus_came());
 }
+
+/// A listing, and whether every message in it has a line that can be its PDU.
+struct PduCase {
+  const char* name;
+  const char* lines;
+  bool came;
+};
+
+class SmsServicePdus : public testing::TestWithParam<PduCase> {};
+
+TEST_P(SmsServicePdus, AreMissedUntilTheNextListing) {
+  ListSession session("\"SM\",\"ME\"", Select("SM") + List(GetParam().lines) + Select("ME") +
+                                           List("< +CMGL: 1,1,,0\n< 00\n< OK\n") + Select("SM") +
+                                           List("< OK\n") + Select("ME") + List("< OK\n"));
+  EXPECT_TRUE(session.service.all_pdus_came()) << "nothing was listed";
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  EXPECT_EQ(session.service.all_pdus_came(), GetParam().came);
+  EXPECT_EQ(session.service.ListAll(nullptr), S_OK);
+  EXPECT_TRUE(session.service.all_pdus_came());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Listings, SmsServicePdus,
+    testing::Values(PduCase{"Whole", "< +CMGL: 1,1,,2\n< 0001aF\n< OK\n", true},
+                    PduCase{"BetweenOtherLines", "< RING\n< +CMGL: 1,1,,1\n< 0001\n< RING\n< OK\n", true},
+                    PduCase{"WithBlanks", "< +CMGL: 1,1,,1\n< 0001 \n< OK\n", true},
+                    PduCase{"AsLongAsItsTpdu", "< +CMGL: 1,1,,2\n< 0001\n< OK\n", true},
+                    PduCase{"Shorter", "< +CMGL: 1,1,,3\n< 0001\n< OK\n", false},
+                    PduCase{"HalfAnOctet", "< +CMGL: 1,1,,1\n< 00010\n< OK\n", false},
+                    PduCase{"AnotherLine", "< +CMGL: 1,1,,1\n< RING\n< 0001\n< OK\n", false},
+                    PduCase{"TheNextHeader", "< +CMGL: 1,1,,1\n< +CMGL: 2,1,,1\n< 0001\n< OK\n", false},
+                    PduCase{"TheEnd", "< +CMGL: 1,1,,1\n< OK\n", false},
+                    PduCase{"AnError", "< +CMGL: 1,1,,1\n< ERROR\n", false}),
+    [](const auto& test) { return test.param.name; });
 
 // A doubled line end that two reads cut between its carriage returns begins an empty line.
 TEST(SmsService, TakesNoEmptyLineForAPdu) {

@@ -47,6 +47,23 @@ TEST(SettingsDialog, SavesEveryPageOnOk) {
   EXPECT_EQ(window.Stored(), ChangedSettings());
 }
 
+// Of a value that both change the later OK counts.
+TEST(SettingsDialog, KeepsWhatAnotherWindowStoresWhileItIsOpen) {
+  SettingsWindow window;
+  window.Store(Settings());
+  window.EditAndConfirm([&](SettingsDialog& dialog) {
+    Settings others = ChangedSettings();
+    others.reply_path = false;
+    window.Store(others);
+    ClickTab(dialog, kSmsTab);
+    ClickSwitch(dialog.sms(), SmsPage::kReplyPath);
+    ClickSwitch(dialog.sms(), SmsPage::kDeliveryReport);
+    ClickSwitch(dialog.sms(), SmsPage::kDeliveryReport);
+  });
+  EXPECT_EQ(window.Stored(), ChangedSettings());
+  EXPECT_EQ(window.frame().settings(), ChangedSettings()) << "and works with it";
+}
+
 TEST(SettingsDialog, LoadsEveryPageWhenItOpens) {
   SettingsWindow window;
   window.Store(ChangedSettings());

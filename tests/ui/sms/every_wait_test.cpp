@@ -1,4 +1,5 @@
-#include <algorithm>
+#include <QAbstractButton>
+#include <QTest>
 #include <array>
 #include <iostream>
 
@@ -81,18 +82,23 @@ class Prepared : public WindowSession {
     running_ = false;
   }
   int ticks() const { return tick_; }
+  ListView& ListOf(int folder) {
+    const std::array lists = {&sim().list(), &phone_book().list(), &frame().inbox().list(),
+                              &frame().outbox().list()};
+    return *lists[static_cast<std::size_t>(folder)];
+  }
   /// Dialogs that opened although the procedure has none of its own.
   int stray_dialogs() const { return stray_dialogs_; }
 
+  std::vector<std::string> PhoneLines() {
+    const auto& all = phone().received_lines();
+    return {all.begin() + static_cast<std::ptrdiff_t>(before_), all.end()};
+  }
   /// What came of it: the phone's lines, the boxes, and what phone and folders hold.
   std::vector<std::string> Outcome() {
-    const auto& all = phone().received_lines();
-    std::vector<std::string> outcome(all.begin() + static_cast<std::ptrdiff_t>(before_), all.end());
-    for (AddressBookView* view : {&sim(), &phone_book()}) {
-      std::vector<std::string> rows = Rows(*view);
-      std::sort(rows.begin(), rows.end());  // in whatever order they are shown
-      outcome.insert(outcome.end(), rows.begin(), rows.end());
-    }
+    std::vector<std::string> outcome = PhoneLines();
+    for (AddressBookView* view : {&sim(), &phone_book()})
+      for (const std::string& row : Rows(*view)) outcome.push_back(row);
     const SmsStore& messages = frame().inbox().sms().messages();
     for (int position = 0; position < messages.count(); ++position)
       outcome.push_back(Utf8(messages.At(position).text) + std::to_string(messages.At(position).flags));
@@ -155,11 +161,12 @@ struct Course {
   explicit Course(const Procedure& procedure) {
     Prepared clean(procedure);
     clean.Run([](int) {});
+    lines = clean.PhoneLines();
     outcome = clean.Outcome();
     memory = clean.phone().memory();
     ticks = clean.ticks();
   }
-  std::vector<std::string> outcome;
+  std::vector<std::string> lines, outcome;
   simulator::PhoneMemory memory;
   int ticks = 0;
 };
@@ -168,15 +175,25 @@ class EveryWait : public testing::TestWithParam<Procedure> {};
 
 void GiveEveryCommand(Prepared& window) {
   const MenuState menu = window.frame().Surface().QueryState();
+  EXPECT_FALSE(menu.IsEnabled(command::kExit));
   for (const int command : kEveryCommand) {
     EXPECT_FALSE(menu.IsEnabled(command)) << command;
     window.Command(command);
   }
   for (const Qt::Key key : kEveryKey) PressKey(window.frame(), key, Qt::ControlModifier);
   for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete, Qt::Key_Escape}) PressKey(window.frame(), key);
+  for (QAbstractButton* button : WidgetOf(&window.frame())->findChildren<QAbstractButton*>()) {
+    if (button->isVisible() && button->objectName().startsWith(QStringLiteral("button_")))
+      QTest::mouseClick(button, Qt::LeftButton);
+  }
+  ListView& list = window.ListOf(window.frame().pages().Current());
+  for (const Qt::Key key : kEveryKey) PressKey(list, key, Qt::ControlModifier);
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete}) PressKey(list, key);
+  if (list.RowCount() > 0) DoubleClickRow(list, 0);
 }
 
-// Menus, buttons and keys at every 50 ms of a procedure: it takes its course as if nobody had touched them.
+// Menus, buttons, keys and double clicks at every 50 ms of a procedure: it takes its course as if nobody had
+// touched them.
 TEST_P(EveryWait, GivesNoCommand) {
   const Course course(GetParam());
   Prepared window(GetParam());
@@ -189,30 +206,35 @@ TEST_P(EveryWait, GivesNoCommand) {
 }
 
 void LookAtEveryFolder(Prepared& window) {
-  const std::array lists = {&window.sim().list(), &window.phone_book().list(), &window.frame().inbox().list(),
-                            &window.frame().outbox().list()};
   const int shown = window.frame().pages().Current();
   for (int folder = kSimTab; folder <= kOutboxTab; ++folder) {
     ClickTab(window.frame(), folder);
     EXPECT_EQ(window.frame().pages().Current(), folder);
-    ListView& list = *lists[static_cast<std::size_t>(folder)];
+    ListView& list = window.ListOf(folder);
     ClickHeader(list, 1);
     if (list.RowCount() > 0) ClickRow(list, list.RowCount() - 1);
     PressKey(list, Qt::Key_Home);
   }
   ClickTab(window.frame(), shown);
+  window.Command(command::kAbout);
+  PressKey(window.frame(), Qt::Key_F1);
 }
 
-// Tabs, headers and rows are free at each of them, and change nothing of what the procedure does.
+// Tabs, headers, rows, About and Help are free at each of them, and change nothing of what the procedure
+// does.
 TEST_P(EveryWait, LetsTheFoldersBeLookedAt) {
   const Course course(GetParam());
   Prepared window(GetParam());
   window.Run([&](int) { LookAtEveryFolder(window); });
-  EXPECT_EQ(window.Outcome(), course.outcome);
+  EXPECT_EQ(window.stray_dialogs(), window.ticks()) << "About, each time";
+  EXPECT_EQ(window.shell.opened.size(), static_cast<std::size_t>(window.ticks())) << "Help, each time";
+  EXPECT_EQ(window.PhoneLines(), course.lines);
+  EXPECT_THAT(window.Outcome(), testing::UnorderedElementsAreArray(course.outcome)) << "rows in any order";
   EXPECT_EQ(window.phone().memory(), course.memory);
 }
 
-// A close request at each of them in turn: the procedure ends first, then the program asks, and stays on No.
+// A close request, or Exit, at each of them in turn: the procedure ends first, then the program asks, and
+// stays on No.
 TEST_P(EveryWait, ACloseRequestComesAfterTheProcedure) {
   const Course course(GetParam());
   for (int at = 1; at <= course.ticks; ++at) {
@@ -220,7 +242,11 @@ TEST_P(EveryWait, ACloseRequestComesAfterTheProcedure) {
     Prepared window(GetParam());
     window.Run([&](int tick) {
       if (tick != at) return;
-      WidgetOf(&window.frame())->close();
+      if (at % 2 == 0) {
+        window.Command(command::kExit);
+      } else {
+        WidgetOf(&window.frame())->close();
+      }
       EXPECT_TRUE(window.frame().IsVisible());
     });
     EXPECT_EQ(window.phone().memory(), course.memory);

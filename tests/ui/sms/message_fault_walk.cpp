@@ -34,10 +34,10 @@ const std::vector<FaultCase>& FaultCases() {
       {"cme-error:10", Effect::kCmeError},
       {"silence", Effect::kNoReply},
       {"half-line", Effect::kNoReply},
-      {"noise:1", Effect::kHarmless, true},
+      {"noise:1", Effect::kHarmless},
       {"unsolicited", Effect::kHarmless, true},
       {"unsolicited:RING", Effect::kHarmless, true},
-      {"wrong-index", Effect::kHarmless, true},
+      {"wrong-index", Effect::kHarmless},
       {"duplicate-line", Effect::kHarmless, true},
       {"late", Effect::kTooLate},
       {"split", Effect::kHarmless},
@@ -89,12 +89,18 @@ std::vector<std::string> Walk::Stored() {
   return all;
 }
 
-std::vector<std::string> Walk::Texts() {
-  std::vector<std::string> texts = InboxTexts();
+bool Walk::ShowsWhatThePhoneHolds() {
+  std::vector<std::string> shown, held;
+  for (int position = 0; position < messages().count(); ++position)
+    shown.push_back(Utf8(messages().At(position).pdu_text));
+  for (const simulator::MessageStore& store : phone().memory().stores) {
+    for (const auto& [index, stored] : store.messages) held.push_back(stored.pdu);
+  }
+  std::size_t rows = InboxTexts().size();
   ShowFolder(kOutboxTab);
-  for (const std::string& text : OutboxTexts()) texts.push_back(text);
+  rows += OutboxTexts().size();
   ShowFolder(kInboxTab);
-  return texts;
+  return shown == held && rows == held.size();
 }
 
 std::string Walk::LastHeader() {
@@ -196,7 +202,13 @@ std::string Place::LineOfTheFault(Walk& walk) const {
   return fault.text == "half-line" && step() == Step::kList ? walk.LastHeader() : "";
 }
 
-bool Place::may_lack_rows() const {
+const simulator::MessageStore& Place::ListedStore(Walk& walk) const {
+  const std::string& selection = run.lines[at - 1];
+  return *walk.phone().memory().FindStore(selection.find("\"SM\"") == selection.npos ? "ME" : "SM");
+}
+
+bool Place::may_lack_rows(Walk& walk) const {
+  if (fault.cuts_in) return step() == Step::kList && !ListedStore(walk).messages.empty();
   if (effect() == Effect::kHarmless || submission_fails()) return false;
   switch (step()) {
     case Step::kSelectToDelete:  // ends before the listing

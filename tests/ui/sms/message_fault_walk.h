@@ -23,7 +23,7 @@ enum class Effect { kHarmless, kError, kCmsError, kCmeError, kNoReply, kTooLate,
 struct FaultCase {
   std::string text;
   Effect effect;
-  bool garbles_rows = false;  // of a listing
+  bool cuts_in = false;  // in a listing another line comes between a message's header and its PDU
 };
 
 /// Every kind of fault, with nothing left to chance.
@@ -62,8 +62,8 @@ class Walk : public SmsWindow {
   const std::vector<simulator::Phonebook>& phonebooks_before() const { return phonebooks_before_; }
   /// The line that lists the last message of memory "ME"; empty when there is none.
   std::string LastHeader();
-  /// The rows of both folders.
-  std::vector<std::string> Texts();
+  /// A row for every message of the phone, and the very PDUs behind them.
+  bool ShowsWhatThePhoneHolds();
   /// What the status line says of the rows, e.g. "3 items".
   std::string Counts();
 
@@ -108,9 +108,11 @@ struct Place {
   /// What the box or the question shows as the phone's last word.
   std::string ShownLine(Walk& walk) const;
   /// The status line then says that rows may be missing: the listing broke off, or an answer was missed.
-  bool may_lack_rows() const;
+  bool may_lack_rows(Walk& walk) const;
 
  private:
+  /// The memory that the command lists.
+  const simulator::MessageStore& ListedStore(Walk& walk) const;
   std::string LastSubmission() const;
   std::string LineBefore() const;
   std::string LineOfTheFault(Walk& walk) const;

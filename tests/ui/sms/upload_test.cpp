@@ -170,7 +170,7 @@ TEST(SmsUpload, ATextThatAPhoneRefusesForItsLastOctetWaitsAndGoesOutWithALetterM
   UploadWindow window;
   window.Write(QStringLiteral("+447700900555"), QStringLiteral("Room 11"));
   const std::string longer =
-      Utf8(window.Write(QStringLiteral("+447700900555"), QStringLiteral("Room 11 x")).pdu_text);
+      Utf8(window.Write(QStringLiteral("+447700900555"), QStringLiteral("Room 11x")).pdu_text);
   window.boxes.Answer(kAnswerNo);
   window.boxes.Answer(kAnswerNo);
   window.Upload();

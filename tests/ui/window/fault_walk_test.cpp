@@ -170,7 +170,7 @@ void ExpectRecovery(Walk& walk, const FaultCase& fault) {
   walk.phone().ClearFaults();
   walk.waiter.Pause(milliseconds(20000));  // what was under way has arrived
   if (fault.effect == Effect::kLineGone) {
-    walk.line.Return();
+    if (fault.text != "hang-up-back") walk.line.Return();
     walk.boxes.Answer(kAnswerYes);
     walk.boxes.Answer(kAnswerYes);
     if (walk.frame().IsConnected()) walk.Command(command::kDisconnect);

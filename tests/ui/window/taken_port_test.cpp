@@ -109,6 +109,8 @@ TEST(TakenPort, IsKeptThroughEveryProcedure) {
 
   EXPECT_GT(run(kSimTab, command::kConnect), 0);
   for (const int folder : {kSimTab, kPhoneTab, kInboxTab}) EXPECT_GT(run(folder, command::kLoadData), 0);
+  EXPECT_EQ(window.sim().list().RowCount(), 2);
+  EXPECT_EQ(window.frame().phone_view().list().RowCount(), 1);
   for (AddressBookView* view : {&window.sim(), &window.frame().phone_view()}) {
     view->book().At(0).flags |= AddressEntry::kModified;
     EXPECT_GT(run(view == &window.sim() ? kSimTab : kPhoneTab, command::kUpload), 0);
