@@ -2,7 +2,8 @@
 // (low 5 bits); then the number's digits and, for each octet left, a character of the text by its GSM code.
 // Property: a text of up to 160 characters of the GSM alphabet always encodes, decode of encode is the
 // identity, and the PDU is whole octets of upper-case hexadecimal: as many as the fields take, but for a last
-// octet that only the highest bits of the last character reach into and that would be 0 (an ending "@", for one).
+// octet that only the highest bits of the last character reach into and that would be 0 (an ending "@", for
+// one).
 
 #include <algorithm>
 #include <cstdint>
