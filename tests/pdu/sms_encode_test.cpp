@@ -149,6 +149,9 @@ TEST(SmsEncode, WhatFitsTheBufferIsEncodedAndOneMoreIsNot) {
   exceeds.pdu_text = u"before";
   EXPECT_EQ(exceeds.Encode(), E_FAIL);
   EXPECT_EQ(exceeds.pdu_text, u"before");
+  SmsMessage without_validity = Composed(u"12345", std::u16string(281, u'x'), 0x01);
+  EXPECT_EQ(without_validity.Encode(), S_OK) << "one octet less stands before";
+  EXPECT_EQ(without_validity.pdu_text.size(), 512U);
 }
 
 TEST(SmsEncode, ANumberThatDoesNotFitIsRefused) {
