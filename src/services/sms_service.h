@@ -73,7 +73,7 @@ class SmsService : public Object {
   /// null) is told of each. A memory that cannot be selected ends the listing; a listing that breaks off does
   /// not: the status is the last one's.
   Status ListAll(RowObserver* view);
-  /// False when a message of the last listing has none of the PDU that the phone holds.
+  /// False when the last listing did not give every message its PDU.
   bool all_pdus_came() const { return all_pdus_came_; }
   /// Deletes the message from its memory. The phone's answer does not count.
   Status Delete(const SmsMessage& message);

@@ -13,8 +13,8 @@
 
 namespace celldesk {
 
-/// The settings on three pages. Opening it loads every page from the settings key, OK saves every page there;
-/// both by a message to each page in page order.
+/// The settings on three pages. Opening it loads every page from the settings key, OK saves the changes of
+/// each there; both by a message to each page in page order.
 class SettingsDialog : public Dialog {
  public:
   static constexpr int kPages = 1000;

@@ -1,10 +1,9 @@
 #include "ui/sms/message_fault_walk.h"
 
 #include <algorithm>
-#include <iostream>
-#include <iterator>
 
 #include "ui/framework/application.h"
+#include "ui/walk_cases.h"
 
 namespace celldesk::message_fault_walk {
 namespace {
@@ -171,11 +170,6 @@ int ForEach(const std::vector<Procedure>& procedures, const std::vector<FaultCas
   return cases;
 }
 
-void Report(const std::string& walk, int cases) {
-  testing::Test::RecordProperty("cases", cases);
-  std::cout << walk << ": " << cases << " cases\n";
-}
-
 void WalkOneFault(const Place& place, int answer) {
   SCOPED_TRACE(Describe(place));
   Walk walk(place.procedure);
@@ -189,12 +183,12 @@ void WalkOneFault(const Place& place, int answer) {
 }
 
 void WalkAllFaults(const Procedure& procedure) {
-  Report(procedure.name, ForEach({procedure}, FaultCases(), [](const Place& place) {
-           WalkOneFault(place, kAnswerNo);
-           if (!place.submission_fails()) return 1;
-           WalkOneFault(place, kAnswerCancel);
-           return 2;
-         }));
+  ReportCases(procedure.name, ForEach({procedure}, FaultCases(), [](const Place& place) {
+                WalkOneFault(place, kAnswerNo);
+                if (!place.submission_fails()) return 1;
+                WalkOneFault(place, kAnswerCancel);
+                return 2;
+              }));
 }
 
 TEST(MessageFaultWalk, Listing) { WalkAllFaults(kList); }
@@ -223,11 +217,7 @@ int LoadAtOnce(const Place& place) {
 }
 
 TEST(MessageFaultWalk, TheNextLoadAtOnceHidesNothing) {
-  std::vector<FaultCase> missed;
-  std::copy_if(FaultCases().begin(), FaultCases().end(), std::back_inserter(missed), [](const auto& fault) {
-    return fault.effect == Effect::kNoReply || fault.effect == Effect::kTooLate;
-  });
-  Report("load at once", ForEach(kEveryProcedure, missed, LoadAtOnce));
+  ReportCases("load at once", ForEach(kEveryProcedure, MissedAnswers(FaultCases()), LoadAtOnce));
 }
 
 /// Of a message that was to be stored, sent or deleted: it was, or it still waits.
@@ -272,7 +262,7 @@ int WalkOneNoise(const Place& place) {
 
 // Random bytes may or may not spoil a result, so only what holds in either case is asked.
 TEST(MessageFaultWalk, NoiseEndsEveryProcedureInOneOfTheKnownWays) {
-  Report("noise", ForEach(kEveryProcedure, {{"noise:8", Effect::kHarmless}}, WalkOneNoise));
+  ReportCases("noise", ForEach(kEveryProcedure, {{"noise:8", Effect::kHarmless}}, WalkOneNoise));
 }
 
 }  // namespace

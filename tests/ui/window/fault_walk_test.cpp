@@ -1,10 +1,9 @@
 #include "ui/window/fault_walk.h"
 
 #include <array>
-#include <iostream>
-#include <iterator>
 
 #include "ui/framework/application.h"
+#include "ui/walk_cases.h"
 
 namespace celldesk::fault_walk {
 namespace {
@@ -215,11 +214,6 @@ int ForEach(const std::vector<Procedure>& procedures, const Faults& faults, Visi
   return cases;
 }
 
-void Report(const std::string& walk, int cases) {
-  testing::Test::RecordProperty("cases", cases);
-  std::cout << walk << ": " << cases << " cases\n";
-}
-
 void WalkOneFault(const Place& place, const FaultCase& fault) {
   SCOPED_TRACE(Describe(place, fault.text));
   Walk walk(place.procedure);
@@ -238,7 +232,7 @@ void WalkOneFault(const Place& place, const FaultCase& fault) {
 }
 
 void WalkAllFaults(const Procedure& procedure) {
-  Report(procedure.name, ForEach({procedure}, FaultCases(), WalkOneFault));
+  ReportCases(procedure.name, ForEach({procedure}, FaultCases(), WalkOneFault));
 }
 
 TEST(FaultWalk, Connecting) { WalkAllFaults(kConnect); }
@@ -291,13 +285,9 @@ void RunTwice(const Place& place, const FaultCase& fault) {
 }
 
 TEST(FaultWalk, TheSameCommandAtOnceHidesNothingAndHoldsNothingForDone) {
-  std::vector<FaultCase> missed;
-  std::copy_if(FaultCases().begin(), FaultCases().end(), std::back_inserter(missed), [](const auto& fault) {
-    return fault.effect == Effect::kNoReply || fault.effect == Effect::kTooLate;
-  });
   const std::vector<Procedure> procedures = {kLoadSim,     kLoadPhone,         kUploadSim,
                                              kUploadPhone, kUploadSelectedSim, kUploadSelectedPhone};
-  Report("at once", ForEach(procedures, missed, RunTwice));
+  ReportCases("at once", ForEach(procedures, MissedAnswers(FaultCases()), RunTwice));
 }
 
 void WalkOneNoise(const Place& place, const std::string& noise) {
@@ -329,7 +319,7 @@ TEST(FaultWalk, NoiseEndsEveryProcedureInOneOfTheKnownWays) {
   const std::vector<Procedure> procedures = {kConnect,           kSettings,           kLoadSim,
                                              kLoadPhone,         kUploadSim,          kUploadPhone,
                                              kUploadSelectedSim, kUploadSelectedPhone};
-  Report("noise", ForEach(procedures, std::array{std::string("noise:8")}, WalkOneNoise));
+  ReportCases("noise", ForEach(procedures, std::array{std::string("noise:8")}, WalkOneNoise));
 }
 
 }  // namespace
